@@ -21,8 +21,8 @@ public:
 class Logger
 {
 public:
-	static const size_t kMaxSinks = 6;
-	static const size_t kLineCapacity = 2048;
+	static constexpr size_t kMaxSinks = 6;
+	static constexpr size_t kLineCapacity = 2048;
 
 	static Logger& getInstance();
 

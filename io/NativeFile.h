@@ -12,7 +12,7 @@ class NativeFile : public File
 {
 public:
 	// opens made on a busy file before giving up
-	static const int kOpenAttempts = 3;
+	static constexpr int kOpenAttempts = 3;
 
 	NativeFile() = default;
 	~NativeFile() override;

@@ -6,6 +6,8 @@
 
 #include <string.h>
 
+#include <algorithm>
+
 #include <string>
 #include <vector>
 
@@ -22,11 +24,14 @@ public:
 	uint32_t writeLimit = ~0u;     // bytes accepted per write
 	std::vector<uint32_t> writes;  // sizes of the write calls
 	bool* destroyed = nullptr;
+	std::vector<uint8_t>* keepOnClose = nullptr; // receives data when the file is deleted
 
 	~MemoryFile() override
 	{
 		if (destroyed)
 			*destroyed = true;
+		if (keepOnClose)
+			*keepOnClose = data;
 	}
 
 	bool isOpen() const override { return true; }
