@@ -1,0 +1,411 @@
+#include "geometry/VertexCacheOptimizer.h"
+
+#include "geometry/TriangleSet.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+namespace vqm
+{
+
+namespace
+{
+
+const int kCacheSize = 64;
+const int kListSize = kCacheSize + 3; // room for the three corners pushed in front
+const uint32_t kEmpty = 0xFFFFFFFFu;
+const uint32_t kNone = 0xFFFFFFFFu;
+const uint32_t kValenceTableSize = 256;
+
+struct ScoreTables
+{
+	float cache[kCacheSize];           // cache part by position
+	float valence[kValenceTableSize];  // u + u with u = 1/sqrt(r)
+
+	ScoreTables()
+	{
+		for (int p = 0; p < kCacheSize; ++p)
+		{
+			// volatile keeps powf a run-time call, so the table matches a direct evaluation bit for bit
+			volatile float base = 1.0f - float(p - 3) * 0.016393442f;
+			cache[p] = p < 3 ? 0.75f : powf(base, 1.5f);
+		}
+		for (uint32_t r = 0; r < kValenceTableSize; ++r)
+		{
+			const float u = 1.0f / sqrtf(float(r));
+			valence[r] = u + u;
+		}
+	}
+};
+
+const ScoreTables& scoreTables()
+{
+	static const ScoreTables tables;
+	return tables;
+}
+
+inline float scoreOf(const ScoreTables& tables, uint32_t remaining, int cachePosition)
+{
+	if (remaining == 0)
+		return -1.0f;
+	float valence;
+	if (remaining < kValenceTableSize)
+		valence = tables.valence[remaining];
+	else
+	{
+		const float u = 1.0f / sqrtf(float(remaining));
+		valence = u + u;
+	}
+	return valence + (cachePosition < 0 ? 0.0f : tables.cache[cachePosition]);
+}
+
+struct Candidate
+{
+	float score;
+	uint32_t triangle;
+};
+
+// Heap order: the greatest score on top, the lowest triangle number among equal scores.
+inline bool lowerPriority(const Candidate& a, const Candidate& b)
+{
+	return a.score < b.score || (a.score == b.score && a.triangle > b.triangle);
+}
+
+// The emission loop of one subset. Triangles are split in two kinds: "hot" ones have a corner in
+// the cache and are rescored every round (their scores move with the cache anyway); "cold" ones
+// have none, and their sum only changes when a corner leaves the cache, so they wait in a heap,
+// re-entered whenever that happens. Stale heap entries are recognised by a changed sum.
+template <typename Index>
+class TriangleOrder
+{
+public:
+	TriangleOrder(uint32_t numTriangles, uint32_t firstVertex, uint32_t numVertices, const Index* indices)
+	    : m_tables(scoreTables()), m_numTriangles(numTriangles), m_firstVertex(firstVertex), m_indices(indices),
+	      m_remaining(numVertices, 0), m_cachePosition(numVertices, -1), m_score(numVertices), m_adjacencyStart(size_t(numVertices) + 1, 0),
+	      m_adjacency(size_t(numTriangles) * 3), m_emitted(numTriangles, 0)
+	{
+		std::fill(m_cacheList, m_cacheList + kListSize, kEmpty);
+
+		for (size_t i = 0; i < size_t(numTriangles) * 3; ++i)
+			m_remaining[indices[i] - firstVertex]++;
+		for (uint32_t v = 0; v < numVertices; ++v)
+			m_adjacencyStart[v + 1] = m_adjacencyStart[v] + m_remaining[v];
+		std::vector<uint32_t> fill(m_adjacencyStart.begin(), m_adjacencyStart.end() - 1);
+		for (uint32_t t = 0; t < numTriangles; ++t)
+			for (int k = 0; k < 3; ++k)
+				m_adjacency[fill[corner(t, k)]++] = t;
+
+		for (uint32_t v = 0; v < numVertices; ++v)
+			m_score[v] = scoreOf(m_tables, m_remaining[v], -1);
+
+		m_cold.resize(numTriangles);
+		for (uint32_t t = 0; t < numTriangles; ++t)
+			m_cold[t] = Candidate{triangleScore(t), t};
+		std::make_heap(m_cold.begin(), m_cold.end(), lowerPriority);
+	}
+
+	void run(Index* out)
+	{
+		for (uint32_t n = 0; n < m_numTriangles; ++n)
+		{
+			const uint32_t t = chooseTriangle();
+			const uint32_t corners[3] = {corner(t, 0), corner(t, 1), corner(t, 2)};
+			for (int k = 0; k < 3; ++k)
+				out[3 * size_t(n) + k] = m_indices[3 * size_t(t) + k];
+
+			m_emitted[t] = 1;
+			for (uint32_t v : corners)
+				removeFromAdjacency(v, t);
+
+			updateCache(corners);
+		}
+	}
+
+private:
+	uint32_t corner(uint32_t t, int k) const
+	{
+		return uint32_t(m_indices[3 * size_t(t) + k]) - m_firstVertex;
+	}
+
+	float triangleScore(uint32_t t) const
+	{
+		return (m_score[corner(t, 1)] + m_score[corner(t, 0)]) + m_score[corner(t, 2)];
+	}
+
+	bool touchesCache(uint32_t t) const
+	{
+		return m_cachePosition[corner(t, 0)] >= 0 || m_cachePosition[corner(t, 1)] >= 0 || m_cachePosition[corner(t, 2)] >= 0;
+	}
+
+	// The triangle's entry in v's list of triangles still to emit goes to the end, out of the live part.
+	void removeFromAdjacency(uint32_t v, uint32_t t)
+	{
+		uint32_t* list = &m_adjacency[m_adjacencyStart[v]];
+		const uint32_t last = --m_remaining[v];
+		for (uint32_t i = 0; i <= last; ++i)
+			if (list[i] == t)
+			{
+				std::swap(list[i], list[last]);
+				break;
+			}
+	}
+
+	uint32_t chooseTriangle()
+	{
+		uint32_t best = kNone;
+		float bestScore = 0.0f;
+		for (int slot = 0; slot < kCacheSize; ++slot)
+		{
+			const uint32_t v = m_cacheList[slot];
+			if (v == kEmpty)
+				continue;
+			const uint32_t* list = &m_adjacency[m_adjacencyStart[v]];
+			for (uint32_t i = 0, count = m_remaining[v]; i < count; ++i)
+			{
+				const uint32_t t = list[i];
+				const float score = triangleScore(t);
+				if (best == kNone || score > bestScore || (score == bestScore && t < best))
+				{
+					best = t;
+					bestScore = score;
+				}
+			}
+		}
+
+		while (!m_cold.empty())
+		{
+			const Candidate& top = m_cold.front();
+			if (m_emitted[top.triangle] || touchesCache(top.triangle) || triangleScore(top.triangle) != top.score)
+			{
+				std::pop_heap(m_cold.begin(), m_cold.end(), lowerPriority);
+				m_cold.pop_back();
+				continue;
+			}
+			if (best == kNone || top.score > bestScore || (top.score == bestScore && top.triangle < best))
+				best = top.triangle;
+			break;
+		}
+
+		if (best == kNone) // unreachable while every cold triangle has a current heap entry
+			for (uint32_t t = 0; t < m_numTriangles && best == kNone; ++t)
+				if (!m_emitted[t])
+					best = t;
+		return best;
+	}
+
+	void updateCache(const uint32_t corners[3])
+	{
+		uint32_t before[kCacheSize];
+		memcpy(before, m_cacheList, sizeof(before));
+
+		int noted[3] = {m_cachePosition[corners[0]], m_cachePosition[corners[1]], m_cachePosition[corners[2]]};
+		for (int slot = 0; slot < kCacheSize; ++slot)
+			if (m_cacheList[slot] != kEmpty)
+				m_cachePosition[m_cacheList[slot]] = -1;
+
+		// Take the corners out of the list. A corner that occurs twice (a degenerate triangle)
+		// has its noted position used twice, which takes out the entry behind it as well.
+		int newCorners = 0;
+		for (int k = 0; k < 3; ++k)
+		{
+			const int position = noted[k];
+			if (position < 0)
+			{
+				++newCorners;
+				continue;
+			}
+			memmove(m_cacheList + position, m_cacheList + position + 1, (kListSize - 1 - position) * sizeof(uint32_t));
+			for (int later = k + 1; later < 3; ++later)
+				if (noted[later] > position)
+					--noted[later];
+		}
+
+		memmove(m_cacheList + 3, m_cacheList, kCacheSize * sizeof(uint32_t));
+		m_cacheList[0] = corners[0];
+		m_cacheList[1] = corners[1];
+		m_cacheList[2] = corners[2];
+
+		for (int slot = 0; slot < kCacheSize; ++slot)
+			if (m_cacheList[slot] != kEmpty)
+				m_cachePosition[m_cacheList[slot]] = int8_t(slot);
+
+		// also those that have just fallen out
+		for (int slot = 0; slot < kCacheSize + newCorners; ++slot)
+		{
+			const uint32_t v = m_cacheList[slot];
+			if (v != kEmpty)
+				m_score[v] = scoreOf(m_tables, m_remaining[v], m_cachePosition[v]);
+		}
+
+		// triangles of vertices that left the cache may have no cached corner any more
+		for (uint32_t v : before)
+		{
+			if (v == kEmpty || m_cachePosition[v] >= 0)
+				continue;
+			const uint32_t* list = &m_adjacency[m_adjacencyStart[v]];
+			for (uint32_t i = 0, count = m_remaining[v]; i < count; ++i)
+			{
+				const uint32_t t = list[i];
+				if (!touchesCache(t))
+				{
+					m_cold.push_back(Candidate{triangleScore(t), t});
+					std::push_heap(m_cold.begin(), m_cold.end(), lowerPriority);
+				}
+			}
+		}
+	}
+
+	const ScoreTables& m_tables;
+	uint32_t m_numTriangles;
+	uint32_t m_firstVertex;
+	const Index* m_indices;
+
+	uint32_t m_cacheList[kListSize];
+	std::vector<uint32_t> m_remaining;     // also the live length of each adjacency list
+	std::vector<int8_t> m_cachePosition;   // -1 or 0..63
+	std::vector<float> m_score;
+	std::vector<uint32_t> m_adjacencyStart;
+	std::vector<uint32_t> m_adjacency;     // triangles by vertex, the live ones first
+	std::vector<uint8_t> m_emitted;
+	std::vector<Candidate> m_cold;
+};
+
+template <typename Index>
+bool optimizeTriangleOrderImpl(uint32_t numTriangles, uint32_t firstVertex, uint32_t numVertices, const Index* in, Index* out)
+{
+	const size_t count = size_t(numTriangles) * 3;
+	for (size_t i = 0; i < count; ++i)
+	{
+		const uint32_t v = uint32_t(in[i]) - firstVertex; // wraps for indices below firstVertex
+		if (v >= numVertices)
+		{
+			std::copy(in, in + count, out);
+			return false;
+		}
+	}
+	if (numTriangles == 0)
+		return true;
+
+	TriangleOrder<Index> order(numTriangles, firstVertex, numVertices, in);
+	order.run(out);
+	return true;
+}
+
+// Moves element v of array (elementSize bytes each) to slot newIndex[v].
+void permute(void* array, size_t elementSize, const std::vector<uint32_t>& newIndex, std::vector<uint8_t>& scratch)
+{
+	if (!array)
+		return;
+	const size_t n = newIndex.size();
+	uint8_t* bytes = static_cast<uint8_t*>(array);
+	scratch.resize(n * elementSize);
+	for (size_t v = 0; v < n; ++v)
+		memcpy(&scratch[size_t(newIndex[v]) * elementSize], bytes + v * elementSize, elementSize);
+	memcpy(bytes, scratch.data(), n * elementSize);
+}
+
+template <typename Index>
+void optimizeSet(IndexedTriangleSet& set, Index* indices)
+{
+	const uint32_t numVertices = set.numVertices();
+	const uint32_t numIndices = set.numIndices();
+	for (uint32_t i = 0; i < numIndices; ++i)
+		if (indices[i] >= numVertices)
+			return;
+
+	std::vector<Index> buffer;
+	for (uint32_t s = 0; s < set.numSubsets(); ++s)
+	{
+		const Subset* subset = set.getSubset(s);
+		if (!subset || subset->firstIndex > numIndices || subset->numIndices > numIndices - subset->firstIndex)
+			continue;
+		const uint32_t numTriangles = subset->numIndices / 3;
+		if (numTriangles == 0)
+			continue;
+
+		// the frame of the vertices actually used; the order does not depend on it
+		Index* first = indices + subset->firstIndex;
+		const auto range = std::minmax_element(first, first + 3 * size_t(numTriangles));
+		buffer.resize(3 * size_t(numTriangles));
+		optimizeTriangleOrderImpl<Index>(numTriangles, *range.first, uint32_t(*range.second) - *range.first + 1, first, buffer.data());
+		std::copy(buffer.begin(), buffer.end(), first);
+	}
+	buffer = std::vector<Index>();
+
+	// number the vertices in order of first use; any unused ones follow in their old order
+	std::vector<uint32_t> newIndex(numVertices, kNone);
+	uint32_t next = 0;
+	for (uint32_t i = 0; i < numIndices; ++i)
+		if (newIndex[indices[i]] == kNone)
+			newIndex[indices[i]] = next++;
+	for (uint32_t v = 0; v < numVertices; ++v)
+		if (newIndex[v] == kNone)
+			newIndex[v] = next++;
+	for (uint32_t i = 0; i < numIndices; ++i)
+		indices[i] = Index(newIndex[indices[i]]);
+
+	std::vector<uint8_t> scratch;
+	permute(set.positions(), 3 * sizeof(float), newIndex, scratch);
+	for (uint32_t uv = 0; uv < 4; ++uv)
+		permute(set.uvs(uv), 2 * sizeof(float), newIndex, scratch);
+	permute(set.normals(), 3 * sizeof(float), newIndex, scratch);
+	permute(set.tangents(), 4 * sizeof(float), newIndex, scratch);
+	permute(set.colors(), 4 * sizeof(float), newIndex, scratch);
+	permute(set.blendWeights(), 4 * sizeof(float), newIndex, scratch);
+	permute(set.blendIndices(), set.blendsPerVertex(), newIndex, scratch);
+
+	for (uint32_t s = 0; s < set.numSubsets(); ++s)
+	{
+		Subset* subset = set.getSubset(s);
+		if (!subset)
+			continue;
+		const uint32_t whole = subset->numIndices / 3 * 3;
+		if (whole == 0 || subset->firstIndex > numIndices || whole > numIndices - subset->firstIndex)
+		{
+			subset->firstVertex = 0;
+			subset->numVertices = 0;
+			continue;
+		}
+		const Index* first = indices + subset->firstIndex;
+		const auto range = std::minmax_element(first, first + whole);
+		subset->firstVertex = *range.first;
+		subset->numVertices = uint32_t(*range.second) - *range.first + 1;
+	}
+}
+
+} // namespace
+
+float vertexCacheScore(uint32_t remaining, int32_t cachePosition)
+{
+	if (cachePosition >= kCacheSize)
+		cachePosition = -1;
+	return scoreOf(scoreTables(), remaining, cachePosition);
+}
+
+bool optimizeTriangleOrder(uint32_t numTriangles, uint32_t firstVertex, uint32_t numVertices, const uint16_t* indicesIn,
+                           uint16_t* indicesOut)
+{
+	return optimizeTriangleOrderImpl(numTriangles, firstVertex, numVertices, indicesIn, indicesOut);
+}
+
+bool optimizeTriangleOrder(uint32_t numTriangles, uint32_t firstVertex, uint32_t numVertices, const uint32_t* indicesIn,
+                           uint32_t* indicesOut)
+{
+	return optimizeTriangleOrderImpl(numTriangles, firstVertex, numVertices, indicesIn, indicesOut);
+}
+
+void optimize(IndexedTriangleSet& set)
+{
+	if (set.isOptimized())
+		return;
+	set.setOptimized(true);
+
+	if (set.uses16BitIndices())
+		optimizeSet(set, set.indices16());
+	else
+		optimizeSet(set, set.indices32());
+}
+
+} // namespace vqm
