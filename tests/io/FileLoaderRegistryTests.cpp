@@ -8,8 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <fstream>
 #include <map>
@@ -19,14 +17,12 @@
 namespace vqm
 {
 
-// Delivers nothing, or in-memory files for the names it holds; keeps a trace of the calls.
+// Delivers in-memory files for the names it holds and keeps a trace of the calls.
 class TraceLoader : public IFileLoader
 {
 public:
 	TraceLoader(uint32_t priority_, std::string name_, std::vector<std::string>& trace_)
-	    : IFileLoader(priority_)
-	    , name(name_)
-	    , trace(trace_)
+	    : IFileLoader(priority_), name(name_), trace(trace_)
 	{
 	}
 	~TraceLoader() override { trace.push_back("~" + name); }
@@ -38,20 +34,13 @@ public:
 		if (it == files.end())
 			return nullptr;
 		MemoryFile* file = new MemoryFile();
-		file->data = it->second;
+		file->data = mode == FileModeWrite ? std::vector<uint8_t>() : it->second;
+		file->keepOnClose = mode == FileModeWrite ? &it->second : nullptr;
 		file->writeLimit = writeLimit;
-		if (mode == FileModeWrite)
-		{
-			file->data.clear();
-			file->keepOnClose = &it->second;
-		}
 		return file;
 	}
-	void listDirectory(const std::string&, std::vector<DirectoryEntry>& entries) override
-	{
-		entries.push_back({name, PathTypeFile, 0, 0});
-	}
-	void invalidate(const std::string& path, bool isAbsolute) override { trace.push_back(name + (isAbsolute ? " invalidate abs " : " invalidate rel ") + path); }
+	void listDirectory(const std::string&, std::vector<DirectoryEntry>&) override {}
+	void invalidate(const std::string&, bool) override {}
 	bool exists(const std::string& path, bool) override { return files.count(path) != 0; }
 	void changeRoot(const std::string&, const std::string&) override {}
 	bool queryFile(const std::string&, bool, uint64_t*, int64_t*, uint32_t*) override { return false; }
@@ -64,9 +53,8 @@ public:
 
 static std::string contents(const std::string& path)
 {
-	std::ifstream in(path, std::ios::binary);
 	std::stringstream text;
-	text << in.rdbuf();
+	text << std::ifstream(path, std::ios::binary).rdbuf();
 	return text.str();
 }
 
@@ -78,106 +66,34 @@ TEST(FileLoaderRegistry, AsksLoadersByPriorityThenRegistration)
 		registry.addLoader(new TraceLoader(20, "a", trace));
 		registry.addLoader(new TraceLoader(10, "b", trace));
 		registry.addLoader(new TraceLoader(20, "c", trace));
-		registry.addLoader(new TraceLoader(5, "d", trace));
-		registry.addLoader(new TraceLoader(10, "e", trace));
+		TraceLoader* d = new TraceLoader(5, "d", trace);
+		registry.addLoader(d);
+		TraceLoader* e = new TraceLoader(10, "e", trace);
+		registry.addLoader(e);
 
 		EXPECT_EQ(registry.openFile("x", FileModeRead), nullptr);
 		EXPECT_EQ(trace, (std::vector<std::string>{"d rel x", "b rel x", "e rel x", "a rel x", "c rel x"}));
 
-		std::vector<DirectoryEntry> entries;
-		registry.listDirectory("any", entries);
-		ASSERT_EQ(entries.size(), 5u);
-		EXPECT_EQ(entries[0].name + entries[4].name, "dc");
-
+		// the first file delivered wins; removal keeps the others' order
+		e->files["C:/f"] = {1};
+		registry.addLoader(new TraceLoader(30, "z", trace));
+		EXPECT_TRUE(registry.removeLoader(d));
+		EXPECT_FALSE(registry.removeLoader(d));
+		delete d;
+		trace.clear();
+		std::unique_ptr<File> file(registry.openFile("C:/f", FileModeRead));
+		ASSERT_TRUE(file);
+		EXPECT_EQ(file->getSize(), 1u);
+		EXPECT_EQ(trace, (std::vector<std::string>{"b abs C:/f", "e abs C:/f"}));
+		EXPECT_TRUE(registry.fileExists("C:/f"));
+		EXPECT_FALSE(registry.fileExists("C:/g"));
 		trace.clear();
 	}
 	// the registry deletes its loaders in list order
-	EXPECT_EQ(trace, (std::vector<std::string>{"~d", "~b", "~e", "~a", "~c"}));
+	EXPECT_EQ(trace, (std::vector<std::string>{"~b", "~e", "~a", "~c", "~z"}));
 }
 
-TEST(FileLoaderRegistry, FirstDeliveredFileWinsAndRemovalKeepsOrder)
-{
-	std::vector<std::string> trace;
-	FileLoaderRegistry registry;
-	TraceLoader* low = new TraceLoader(1, "low", trace);
-	TraceLoader* high = new TraceLoader(2, "high", trace);
-	TraceLoader* last = new TraceLoader(3, "last", trace);
-	registry.addLoader(last);
-	registry.addLoader(high);
-	registry.addLoader(low);
-	high->files["C:/f"] = {1};
-	last->files["C:/f"] = {2};
-
-	std::unique_ptr<File> file(registry.openFile("C:/f", FileModeRead));
-	ASSERT_TRUE(file);
-	EXPECT_EQ(file->getSize(), 1u);
-	EXPECT_EQ(trace, (std::vector<std::string>{"low abs C:/f", "high abs C:/f"}));
-	EXPECT_TRUE(registry.fileExists("C:/f"));
-	EXPECT_FALSE(registry.fileExists("C:/g"));
-
-	EXPECT_TRUE(registry.removeLoader(high));
-	EXPECT_FALSE(registry.removeLoader(high));
-	delete high;
-
-	trace.clear();
-	file.reset(registry.openFile("C:/f", FileModeRead));
-	ASSERT_TRUE(file);
-	uint8_t byte = 0;
-	file->read(&byte, 1);
-	EXPECT_EQ(byte, 2);
-
-	registry.invalidate("\\\\server\\f");
-	registry.invalidate("f");
-	EXPECT_EQ(trace, (std::vector<std::string>{"low abs C:/f", "last abs C:/f", "low invalidate abs \\\\server\\f", "last invalidate abs \\\\server\\f", "low invalidate rel f", "last invalidate rel f"}));
-}
-
-TEST(FileLoaderRegistry, NativeLoaderResolvesBelowItsRoot)
-{
-	TemporaryDirectory one, two;
-	std::ofstream(one / "a.bin") << "one";
-	std::ofstream(two / "a.bin") << "two";
-	mkdir((two / "sub").c_str(), 0700);
-
-	FileLoaderRegistry registry;
-	registry.addLoader(new NativeFileLoader(two.root(), "", 10));
-	registry.addLoader(new NativeFileLoader(one.root(), "", 10));
-
-	std::unique_ptr<File> file(registry.openFile("a.bin", FileModeRead));
-	ASSERT_TRUE(file && file->isNative());
-	EXPECT_EQ(static_cast<NativeFile*>(file.get())->getPath(), two / "a.bin");
-
-	// absolute paths are not put behind a root
-	file.reset(registry.openFile(one / "a.bin", FileModeRead));
-	ASSERT_TRUE(file);
-	EXPECT_EQ(static_cast<NativeFile*>(file.get())->getPath(), one / "a.bin");
-
-	EXPECT_TRUE(registry.fileExists("a.bin"));
-	// a directory is no file
-	EXPECT_FALSE(registry.fileExists("sub"));
-	EXPECT_EQ(registry.openFile("missing.bin", FileModeRead), nullptr);
-}
-
-TEST(FileLoaderRegistry, SetRootMovesTheLoadersOfTheCurrentRoot)
-{
-	TemporaryDirectory dir;
-	std::ofstream(dir / "a.bin") << "x";
-
-	FileLoaderRegistry registry;
-	NativeFileLoader* unrooted = new NativeFileLoader("", "", 1);
-	NativeFileLoader* rooted = new NativeFileLoader("/elsewhere/", "", 2);
-	registry.addLoader(unrooted);
-	registry.addLoader(rooted);
-
-	registry.setRoot(dir.root());
-	EXPECT_EQ(unrooted->getRootDirectory(), dir.root());
-	EXPECT_EQ(rooted->getRootDirectory(), "/elsewhere/");
-	EXPECT_TRUE(registry.fileExists("a.bin"));
-
-	registry.setRoot("/next/");
-	EXPECT_EQ(unrooted->getRootDirectory(), "/next/");
-}
-
-TEST(FileLoaderRegistry, ListDirectoryMergesLoadersWithoutHiddenEntries)
+TEST(FileLoaderRegistry, NativeLoadersResolveBelowTheirRoots)
 {
 	TemporaryDirectory one, two;
 	std::ofstream(one / "a.bin") << "12345";
@@ -187,20 +103,29 @@ TEST(FileLoaderRegistry, ListDirectoryMergesLoadersWithoutHiddenEntries)
 	std::ofstream(two / "b.bin") << "1";
 
 	FileLoaderRegistry registry;
-	registry.addLoader(new NativeFileLoader(one.root(), "", 1));
 	registry.addLoader(new NativeFileLoader(two.root(), "", 2));
+	registry.addLoader(new NativeFileLoader(one.root(), "", 1));
 
+	std::unique_ptr<File> file(registry.openFile("a.bin", FileModeRead));
+	ASSERT_TRUE(file && file->isNative());
+	EXPECT_EQ(static_cast<NativeFile*>(file.get())->getPath(), one / "a.bin");
+	// absolute paths are not put behind a root
+	file.reset(registry.openFile(two / "a.bin", FileModeRead));
+	ASSERT_TRUE(file);
+	EXPECT_EQ(static_cast<NativeFile*>(file.get())->getPath(), two / "a.bin");
+
+	EXPECT_TRUE(registry.fileExists("b.bin"));
+	EXPECT_FALSE(registry.fileExists("sub"));
+	EXPECT_EQ(registry.openFile("missing.bin", FileModeRead), nullptr);
+
+	// merged, first loader first, without hidden entries
 	std::vector<DirectoryEntry> entries;
 	registry.listDirectory("", entries);
-	std::sort(entries.begin(), entries.end(), [](const DirectoryEntry& a, const DirectoryEntry& b)
-	    { return a.name < b.name; });
-
+	std::sort(entries.begin(), entries.end(), [](const DirectoryEntry& a, const DirectoryEntry& b) { return a.name < b.name; });
 	ASSERT_EQ(entries.size(), 3u);
-	EXPECT_EQ(entries[0].name, "a.bin");
-	EXPECT_EQ(entries[0].size, 5u); // from the first loader
+	EXPECT_EQ(entries[0].name + " " + entries[1].name + " " + entries[2].name, "a.bin b.bin sub");
+	EXPECT_EQ(entries[0].size, 5u);
 	EXPECT_EQ(entries[0].type, uint32_t(PathTypeFile));
-	EXPECT_EQ(entries[1].name, "b.bin");
-	EXPECT_EQ(entries[2].name, "sub");
 	EXPECT_EQ(entries[2].type, uint32_t(PathTypeDirectory));
 }
 
@@ -215,12 +140,8 @@ TEST(FileLoaderRegistry, CopyFileBetweenNativeFiles)
 
 	EXPECT_FALSE(registry.copyFile("src.bin", "dst.bin", false));
 	EXPECT_EQ(contents(dir / "dst.bin"), "old");
-
 	EXPECT_TRUE(registry.copyFile("src.bin", "dst.bin", true));
 	EXPECT_EQ(contents(dir / "dst.bin"), "source");
-	EXPECT_TRUE(registry.copyFile("src.bin", "new.bin", false));
-	EXPECT_EQ(contents(dir / "new.bin"), "source");
-
 	EXPECT_FALSE(registry.copyFile("missing.bin", "other.bin", true));
 	EXPECT_EQ(getPathType(dir / "other.bin"), PathTypeNone);
 
@@ -260,13 +181,10 @@ TEST(FileLoaderRegistry, ListenersAreToldInOrder)
 
 	std::vector<std::string> calls;
 	Listener first, second;
-	first.name = "first";
-	first.calls = &calls;
-	second.name = "second";
-	second.calls = &calls;
+	first.name = "first", first.calls = &calls;
+	second.name = "second", second.calls = &calls;
 
 	FileLoaderRegistry registry;
-	registry.notifyFileError("p", FileErrorDiskFull);
 	registry.addListener(&first);
 	registry.addListener(&second);
 	registry.notifyFileError("p", FileErrorDiskFull);
@@ -276,35 +194,26 @@ TEST(FileLoaderRegistry, ListenersAreToldInOrder)
 	EXPECT_EQ(calls, (std::vector<std::string>{"first p 1", "second p 1", "second q 0"}));
 }
 
-TEST(Logger, SinksReceiveFormattedLinesInOrder)
+TEST(Logger, UpToSixSinksReceiveLinesCutToCapacity)
 {
 	RecordingSink sinks[Logger::kMaxSinks];
 	RecordingSink extra(false);
 	Logger& logger = Logger::getInstance();
-
-	EXPECT_EQ(logger.getSinkCount(), Logger::kMaxSinks);
 	EXPECT_FALSE(logger.addSink(&extra));
-	EXPECT_FALSE(logger.addSink(&sinks[0]));
 
 	logger.warning("Warning: %s %d.\n", "shape", 7);
-	logger.info("i");
-	logger.error("e%c", '!');
+	logger.error("e");
 	for (const RecordingSink& sink : sinks)
 	{
 		EXPECT_EQ(sink.warnings, std::vector<std::string>{"Warning: shape 7.\n"});
-		EXPECT_EQ(sink.infos, std::vector<std::string>{"i"});
-		EXPECT_EQ(sink.errors, std::vector<std::string>{"e!"});
-		EXPECT_EQ(sink.lengths, (std::vector<size_t>{18, 1, 2}));
+		EXPECT_EQ(sink.errors, std::vector<std::string>{"e"});
+		EXPECT_EQ(sink.lengths, (std::vector<size_t>{18, 1}));
 	}
 
 	EXPECT_TRUE(logger.removeSink(&sinks[2]));
-	EXPECT_FALSE(logger.removeSink(&extra));
 	EXPECT_TRUE(logger.addSink(&extra));
-
-	// a long line is cut; the length given is at most the capacity
-	std::string text(3000, 'x');
-	logger.info("%s", text.c_str());
-	EXPECT_EQ(sinks[2].infos.size(), 1u);
+	logger.info("%s", std::string(3000, 'x').c_str());
+	EXPECT_TRUE(sinks[2].infos.empty());
 	ASSERT_EQ(extra.infos.size(), 1u);
 	EXPECT_EQ(extra.infos[0], std::string(Logger::kLineCapacity - 1, 'x'));
 	EXPECT_EQ(extra.lengths.back(), Logger::kLineCapacity);

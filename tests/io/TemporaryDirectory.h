@@ -1,10 +1,9 @@
 // A fresh directory under /tmp for one test, removed with everything in it at the end.
 #pragma once
 
-#include <dirent.h>
+#include <ftw.h>
+#include <stdio.h>
 #include <stdlib.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <string>
 
@@ -18,49 +17,25 @@ public:
 	{
 		char pattern[] = "/tmp/vqm-io-XXXXXX";
 		if (mkdtemp(pattern))
-			path_ = pattern;
+			path = pattern;
 	}
 
 	~TemporaryDirectory()
 	{
-		if (!path_.empty())
-			removeTree(path_);
+		// depth first, without following links out of the directory
+		if (!path.empty())
+			nftw(path.c_str(), [](const char* entry, const struct stat*, int, FTW*) { return remove(entry); }, 16, FTW_DEPTH | FTW_PHYS);
 	}
 
 	TemporaryDirectory(const TemporaryDirectory&) = delete;
 	TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
-	// the directory, with a closing '/'
-	std::string root() const { return path_ + "/"; }
-	std::string operator/(const std::string& name) const { return path_ + "/" + name; }
+	// the directory, with its closing '/'
+	std::string root() const { return path + "/"; }
+	std::string operator/(const std::string& name) const { return path + "/" + name; }
 
 private:
-	static void removeTree(const std::string& path)
-	{
-		if (DIR* dir = opendir(path.c_str()))
-		{
-			while (dirent* entry = readdir(dir))
-			{
-				std::string name = entry->d_name;
-				if (name == "." || name == "..")
-					continue;
-
-				std::string child = path + "/" + name;
-				struct stat info;
-				if (lstat(child.c_str(), &info) == 0 && S_ISDIR(info.st_mode))
-				{
-					chmod(child.c_str(), 0700);
-					removeTree(child);
-				}
-				else
-					unlink(child.c_str());
-			}
-			closedir(dir);
-		}
-		rmdir(path.c_str());
-	}
-
-	std::string path_;
+	std::string path;
 };
 
 } // namespace vqm

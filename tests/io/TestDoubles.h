@@ -7,7 +7,6 @@
 #include <string.h>
 
 #include <algorithm>
-
 #include <string>
 #include <vector>
 
@@ -20,10 +19,10 @@ public:
 	std::vector<uint8_t> data;
 	size_t position = 0;
 	bool endOfFile = false;
-	int32_t failWith = 0;          // read and write give this instead when not 0
-	uint32_t writeLimit = ~0u;     // bytes accepted per write
-	std::vector<uint32_t> writes;  // sizes of the write calls
-	bool* destroyed = nullptr;
+	int32_t failWith = 0;                        // read and write give this instead when not 0
+	uint32_t writeLimit = ~0u;                   // bytes accepted per write
+	std::vector<uint32_t> writes;                // sizes of the write calls
+	bool* destroyed = nullptr;                   // set when the file is deleted
 	std::vector<uint8_t>* keepOnClose = nullptr; // receives data when the file is deleted
 
 	~MemoryFile() override
@@ -51,16 +50,11 @@ public:
 		if (failWith)
 			return failWith;
 		size = std::min(size, writeLimit);
-		const uint8_t* bytes = static_cast<const uint8_t*>(buffer);
-		data.insert(data.end(), bytes, bytes + size);
+		data.insert(data.end(), static_cast<const uint8_t*>(buffer), static_cast<const uint8_t*>(buffer) + size);
 		position = data.size();
 		return int32_t(size);
 	}
-	bool seek(int64_t to) override
-	{
-		position = size_t(to);
-		return true;
-	}
+	bool seek(int64_t to) override { return position = size_t(to), true; }
 	int64_t tell() const override { return int64_t(position); }
 	uint64_t getSize() const override { return data.size(); }
 	bool isEof() const override { return endOfFile; }
