@@ -39,7 +39,8 @@ public:
 		if (failWith)
 			return failWith;
 		size_t count = std::min<size_t>(size, data.size() - position);
-		memcpy(buffer, data.data() + position, count);
+		if (count > 0)
+			memcpy(buffer, data.data() + position, count);
 		position += count;
 		endOfFile = count < size;
 		return int32_t(count);
