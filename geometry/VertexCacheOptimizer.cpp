@@ -68,15 +68,51 @@ struct Candidate
 };
 
 // Heap order: the greatest score on top, the lowest triangle number among equal scores.
-inline bool lowerPriority(const Candidate& a, const Candidate& b)
+struct LowerPriority
 {
-	return a.score < b.score || (a.score == b.score && a.triangle > b.triangle);
+	bool operator()(const Candidate& a, const Candidate& b) const
+	{
+		return a.score < b.score || (a.score == b.score && a.triangle > b.triangle);
+	}
+};
+
+// f32 bits as an unsigned key that sorts like the value, descending.
+inline uint32_t descendingKey(float value)
+{
+	uint32_t bits;
+	memcpy(&bits, &value, sizeof(bits));
+	const uint32_t ascending = (bits & 0x80000000u) ? ~bits : bits | 0x80000000u;
+	return ~ascending;
+}
+
+// Stable LSD radix sort of candidates by descending score: equal scores keep ascending triangle order.
+void sortByScore(std::vector<Candidate>& candidates)
+{
+	std::vector<Candidate> scratch(candidates.size());
+	std::vector<uint32_t> counts(1 << 16);
+	for (int shift = 0; shift < 32; shift += 16)
+	{
+		std::fill(counts.begin(), counts.end(), 0);
+		for (const Candidate& c : candidates)
+			counts[(descendingKey(c.score) >> shift) & 0xFFFF]++;
+		uint32_t sum = 0;
+		for (uint32_t& count : counts)
+		{
+			const uint32_t here = count;
+			count = sum;
+			sum += here;
+		}
+		for (const Candidate& c : candidates)
+			scratch[counts[(descendingKey(c.score) >> shift) & 0xFFFF]++] = c;
+		candidates.swap(scratch);
+	}
 }
 
 // The emission loop of one subset. Triangles are split in two kinds: "hot" ones have a corner in
-// the cache and are rescored every round (their scores move with the cache anyway); "cold" ones
-// have none, and their sum only changes when a corner leaves the cache, so they wait in a heap,
-// re-entered whenever that happens. Stale heap entries are recognised by a changed sum.
+// the cache; they are kept in a list and rescored every round (their sums move with the cache
+// anyway). "Cold" ones have none, and their sum only changes when a corner leaves the cache.
+// They wait in the list of starting scores, sorted once, and, after they have been hot, in a
+// heap that they enter when their last cached corner leaves. Stale entries show a changed sum.
 template <typename Index>
 class TriangleOrder
 {
@@ -84,7 +120,7 @@ public:
 	TriangleOrder(uint32_t numTriangles, uint32_t firstVertex, uint32_t numVertices, const Index* indices)
 	    : m_tables(scoreTables()), m_numTriangles(numTriangles), m_firstVertex(firstVertex), m_indices(indices),
 	      m_remaining(numVertices, 0), m_cachePosition(numVertices, -1), m_score(numVertices), m_adjacencyStart(size_t(numVertices) + 1, 0),
-	      m_adjacency(size_t(numTriangles) * 3), m_emitted(numTriangles, 0)
+	      m_adjacency(size_t(numTriangles) * 3), m_emitted(numTriangles, 0), m_cachedCorners(numTriangles, 0), m_hotPosition(numTriangles)
 	{
 		std::fill(m_cacheList, m_cacheList + kListSize, kEmpty);
 
@@ -100,10 +136,10 @@ public:
 		for (uint32_t v = 0; v < numVertices; ++v)
 			m_score[v] = scoreOf(m_tables, m_remaining[v], -1);
 
-		m_cold.resize(numTriangles);
+		m_initial.resize(numTriangles);
 		for (uint32_t t = 0; t < numTriangles; ++t)
-			m_cold[t] = Candidate{triangleScore(t), t};
-		std::make_heap(m_cold.begin(), m_cold.end(), lowerPriority);
+			m_initial[t] = Candidate{triangleScore(t), t};
+		sortByScore(m_initial);
 	}
 
 	void run(Index* out)
@@ -116,6 +152,8 @@ public:
 				out[3 * size_t(n) + k] = m_indices[3 * size_t(t) + k];
 
 			m_emitted[t] = 1;
+			if (m_cachedCorners[t])
+				removeHot(t);
 			for (uint32_t v : corners)
 				removeFromAdjacency(v, t);
 
@@ -134,9 +172,9 @@ private:
 		return (m_score[corner(t, 1)] + m_score[corner(t, 0)]) + m_score[corner(t, 2)];
 	}
 
-	bool touchesCache(uint32_t t) const
+	bool isCurrentCold(const Candidate& c) const
 	{
-		return m_cachePosition[corner(t, 0)] >= 0 || m_cachePosition[corner(t, 1)] >= 0 || m_cachePosition[corner(t, 2)] >= 0;
+		return !m_emitted[c.triangle] && m_cachedCorners[c.triangle] == 0 && triangleScore(c.triangle) == c.score;
 	}
 
 	// The triangle's entry in v's list of triangles still to emit goes to the end, out of the live part.
@@ -152,61 +190,93 @@ private:
 			}
 	}
 
+	void addHot(uint32_t t)
+	{
+		m_hotPosition[t] = uint32_t(m_hot.size());
+		m_hot.push_back(t);
+	}
+
+	void removeHot(uint32_t t)
+	{
+		const uint32_t position = m_hotPosition[t];
+		const uint32_t last = m_hot.back();
+		m_hot[position] = last;
+		m_hotPosition[last] = position;
+		m_hot.pop_back();
+	}
+
 	uint32_t chooseTriangle()
 	{
 		uint32_t best = kNone;
 		float bestScore = 0.0f;
-		for (int slot = 0; slot < kCacheSize; ++slot)
+		for (uint32_t t : m_hot)
 		{
-			const uint32_t v = m_cacheList[slot];
-			if (v == kEmpty)
-				continue;
-			const uint32_t* list = &m_adjacency[m_adjacencyStart[v]];
-			for (uint32_t i = 0, count = m_remaining[v]; i < count; ++i)
+			const float score = triangleScore(t);
+			if (best == kNone || score > bestScore || (score == bestScore && t < best))
 			{
-				const uint32_t t = list[i];
-				const float score = triangleScore(t);
-				if (best == kNone || score > bestScore || (score == bestScore && t < best))
-				{
-					best = t;
-					bestScore = score;
-				}
+				best = t;
+				bestScore = score;
 			}
 		}
 
-		while (!m_cold.empty())
+		// A skipped starting entry never needs to come back: once its triangle is cold again,
+		// it is in the heap.
+		while (m_nextInitial < m_initial.size() && !isCurrentCold(m_initial[m_nextInitial]))
+			++m_nextInitial;
+		while (!m_cold.empty() && !isCurrentCold(m_cold.front()))
 		{
-			const Candidate& top = m_cold.front();
-			if (m_emitted[top.triangle] || touchesCache(top.triangle) || triangleScore(top.triangle) != top.score)
-			{
-				std::pop_heap(m_cold.begin(), m_cold.end(), lowerPriority);
-				m_cold.pop_back();
-				continue;
-			}
-			if (best == kNone || top.score > bestScore || (top.score == bestScore && top.triangle < best))
-				best = top.triangle;
-			break;
+			std::pop_heap(m_cold.begin(), m_cold.end(), LowerPriority());
+			m_cold.pop_back();
 		}
+		for (const Candidate* top : {m_nextInitial < m_initial.size() ? &m_initial[m_nextInitial] : nullptr,
+		                             m_cold.empty() ? nullptr : &m_cold.front()})
+			if (top && (best == kNone || top->score > bestScore || (top->score == bestScore && top->triangle < best)))
+			{
+				best = top->triangle;
+				bestScore = top->score;
+			}
 
-		if (best == kNone) // unreachable while every cold triangle has a current heap entry
+		if (best == kNone) // unreachable while every cold triangle has a current entry
 			for (uint32_t t = 0; t < m_numTriangles && best == kNone; ++t)
 				if (!m_emitted[t])
 					best = t;
 		return best;
 	}
 
+	// Counts each occurrence of v in its live triangles as a cached corner (entering) or not.
+	void countCachedCorners(uint32_t v, bool entering)
+	{
+		const uint32_t* list = &m_adjacency[m_adjacencyStart[v]];
+		for (uint32_t i = 0, count = m_remaining[v]; i < count; ++i)
+		{
+			const uint32_t t = list[i];
+			if (entering)
+			{
+				if (m_cachedCorners[t]++ == 0)
+					addHot(t);
+			}
+			else if (--m_cachedCorners[t] == 0)
+			{
+				removeHot(t);
+				m_cold.push_back(Candidate{triangleScore(t), t});
+				std::push_heap(m_cold.begin(), m_cold.end(), LowerPriority());
+			}
+		}
+	}
+
 	void updateCache(const uint32_t corners[3])
 	{
-		uint32_t before[kCacheSize];
-		memcpy(before, m_cacheList, sizeof(before));
-
 		int noted[3] = {m_cachePosition[corners[0]], m_cachePosition[corners[1]], m_cachePosition[corners[2]]};
+		const bool entered[3] = {noted[0] < 0, noted[1] < 0 && corners[1] != corners[0],
+		                         noted[2] < 0 && corners[2] != corners[0] && corners[2] != corners[1]};
 		for (int slot = 0; slot < kCacheSize; ++slot)
 			if (m_cacheList[slot] != kEmpty)
 				m_cachePosition[m_cacheList[slot]] = -1;
 
 		// Take the corners out of the list. A corner that occurs twice (a degenerate triangle)
 		// has its noted position used twice, which takes out the entry behind it as well.
+		uint32_t leaving[6];
+		int numLeaving = 0;
 		int newCorners = 0;
 		for (int k = 0; k < 3; ++k)
 		{
@@ -216,6 +286,9 @@ private:
 				++newCorners;
 				continue;
 			}
+			const uint32_t taken = m_cacheList[position];
+			if (taken != kEmpty && taken != corners[0] && taken != corners[1] && taken != corners[2])
+				leaving[numLeaving++] = taken;
 			memmove(m_cacheList + position, m_cacheList + position + 1, (kListSize - 1 - position) * sizeof(uint32_t));
 			for (int later = k + 1; later < 3; ++later)
 				if (noted[later] > position)
@@ -239,21 +312,23 @@ private:
 				m_score[v] = scoreOf(m_tables, m_remaining[v], m_cachePosition[v]);
 		}
 
-		// triangles of vertices that left the cache may have no cached corner any more
-		for (uint32_t v : before)
+		for (int k = 0; k < 3; ++k)
+			if (entered[k])
+				countCachedCorners(corners[k], true);
+
+		// Only entries pushed behind slot 63 or taken out above can have left the cache; a vertex
+		// that still has an entry in slots 0 to 63 stays.
+		for (int slot = kCacheSize; slot < kCacheSize + newCorners; ++slot)
+			if (m_cacheList[slot] != kEmpty)
+				leaving[numLeaving++] = m_cacheList[slot];
+		for (int i = 0; i < numLeaving; ++i)
 		{
-			if (v == kEmpty || m_cachePosition[v] >= 0)
-				continue;
-			const uint32_t* list = &m_adjacency[m_adjacencyStart[v]];
-			for (uint32_t i = 0, count = m_remaining[v]; i < count; ++i)
-			{
-				const uint32_t t = list[i];
-				if (!touchesCache(t))
-				{
-					m_cold.push_back(Candidate{triangleScore(t), t});
-					std::push_heap(m_cold.begin(), m_cold.end(), lowerPriority);
-				}
-			}
+			const uint32_t v = leaving[i];
+			bool seen = m_cachePosition[v] >= 0;
+			for (int j = 0; j < i && !seen; ++j)
+				seen = leaving[j] == v;
+			if (!seen)
+				countCachedCorners(v, false);
 		}
 	}
 
@@ -269,7 +344,12 @@ private:
 	std::vector<uint32_t> m_adjacencyStart;
 	std::vector<uint32_t> m_adjacency;     // triangles by vertex, the live ones first
 	std::vector<uint8_t> m_emitted;
-	std::vector<Candidate> m_cold;
+	std::vector<uint8_t> m_cachedCorners;  // corners of each live triangle that are in the cache
+	std::vector<uint32_t> m_hotPosition;   // place in m_hot while m_cachedCorners is not 0
+	std::vector<uint32_t> m_hot;
+	std::vector<Candidate> m_initial;      // starting scores, best first
+	size_t m_nextInitial = 0;
+	std::vector<Candidate> m_cold;         // heap of triangles that have been hot
 };
 
 template <typename Index>
