@@ -1,0 +1,3 @@
+#pragma once
+#include <maya/MArrayBase.h>
+class MDoubleArray : public MArrayBase<double> { public: using MArrayBase::MArrayBase; };

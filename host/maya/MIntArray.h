@@ -1,0 +1,3 @@
+#pragma once
+#include <maya/MArrayBase.h>
+class MIntArray : public MArrayBase<int> { public: using MArrayBase::MArrayBase; };

@@ -1,0 +1,102 @@
+#include "plugin/VQMExporter.h"
+
+#include <maya/MGlobal.h>
+#include <maya/MString.h>
+
+#include "plugin/DocumentAssembly.h"
+#include "plugin/ExportFlags.h"
+#include "plugin/OutputPath.h"
+#include "plugin/RunState.h"
+#include "plugin/SideFiles.h"
+#include "io/PathUtilities.h"
+
+#include <fstream>
+#include <sstream>
+#include <unistd.h>
+
+using namespace vqm;
+
+VQMExporter::~VQMExporter() = default;
+
+void* VQMExporter::creator()
+{
+    return new VQMExporter();
+}
+
+static bool currentWorkingDirectory(std::string& directory)
+{
+    char buffer[4096];
+    if (!getcwd(buffer, sizeof buffer)) return false;
+    directory = buffer;
+    return true;
+}
+
+MStatus VQMExporter::doIt(const MArgList& args)
+{
+    MStatus status = MStatus::kSuccess;
+    const ExportFlags flags = readExportFlags(args);
+
+    unsigned fileIndex = args.flagIndex("f", "file");
+    if (fileIndex == MArgList::kInvalidArgIndex || fileIndex + 1 >= args.length()) return MStatus::kFailure;
+    std::string outputPath = args.asString(fileIndex + 1).str();
+
+    outputPath = replaceDollarSigns(outputPath);
+    std::string workingDirectory;
+    if (!isAbsolutePath(outputPath) && currentWorkingDirectory(workingDirectory)) {
+        MGlobal::displayInfo(MString("CWD: ") + MString(workingDirectory) + "\n");
+        outputPath = prependWorkingDirectory(workingDirectory, outputPath);
+    }
+    MGlobal::displayInfo(MString("Export scene to: ") + MString(outputPath));
+
+    prepareSideFiles(outputPath);
+
+    std::ostringstream sceneText;
+    FileMap fileMap;
+    CustomFileMap customFileMap;
+    MaterialMap materialMap;
+    DynamicMap dynamicMap;
+    // Scene stage and the bounding volumes of merge groups: not in this build; the Scene section stays empty.
+
+    std::ostringstream dynamicsText;
+    std::ostringstream shapesText;
+
+    MString sceneFileName;
+    MGlobal::executeCommand("file -q -sceneName", sceneFileName, flags.verbose, false);
+    std::string sceneDirectory = directoryOf(sceneFileName.str());
+    std::string outputDirectory = directoryOf(outputPath);
+    (void)sceneDirectory;
+    (void)outputDirectory;
+
+    std::ostringstream materialsText;
+    std::ostringstream animationText;
+    uint32_t animationBlobSize = 0;
+    std::ostringstream userAttributesText;
+
+    std::ofstream document(outputPath, std::ios::out | std::ios::binary);
+    if (!document.is_open()) return MStatus::kFailure;
+
+    const std::string materials = materialsText.str(), shapes = shapesText.str(), dynamics = dynamicsText.str(),
+                      scene = sceneText.str(), animation = animationText.str(),
+                      userAttributes = userAttributesText.str();
+    DocumentParts parts;
+    parts.sceneFileName = sceneFileName.str();
+    parts.shapes = flags.shapes;
+    parts.binaryFiles = flags.binaryFiles;
+    parts.particleSystems = flags.particleSystems;
+    parts.animation = flags.animation;
+    parts.userAttributes = flags.userAttributes;
+    parts.materials = &materials;
+    parts.shapesText = &shapes;
+    parts.dynamics = &dynamics;
+    parts.scene = &scene;
+    parts.animationText = &animation;
+    parts.userAttributesText = &userAttributes;
+    parts.hasShapeBlobs = false;
+    parts.animationBlobSize = animationBlobSize;
+    bool complete = assembleDocument(
+        document, parts, [](std::ostream&) { return true; }, [](std::ostream&) {});
+    if (!complete) return MStatus::kFailure;
+
+    MGlobal::displayInfo("done.");
+    return status;
+}
