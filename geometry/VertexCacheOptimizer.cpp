@@ -376,9 +376,9 @@ bool optimizeTriangleOrderImpl(uint32_t numTriangles, uint32_t firstVertex, uint
 // Moves element v of array (elementSize bytes each) to slot newIndex[v].
 void permute(void* array, size_t elementSize, const std::vector<uint32_t>& newIndex, std::vector<uint8_t>& scratch)
 {
-	if (!array)
-		return;
 	const size_t n = newIndex.size();
+	if (!array || n == 0)
+		return;
 	uint8_t* bytes = static_cast<uint8_t*>(array);
 	scratch.resize(n * elementSize);
 	for (size_t v = 0; v < n; ++v)
