@@ -291,7 +291,6 @@ std::string partialPathName(const NodePath& path)
                 if (!result.empty()) result += '|';
                 result += path[i]->name;
             }
-            // A suffix that is the whole path but still clashes with a longer path needs its root bar.
             return result;
         }
     }
@@ -404,10 +403,12 @@ bool parsePlugPath(Node* node, const std::string& text, PlugPath& path, bool cre
 
 std::string plugPathName(const PlugPath& path, bool longNames)
 {
+    // Compounds that are no array elements need not be named: their children's names are unique.
     std::string result;
-    for (const PlugStep& s : path) {
-        if (s.attribute->parent && !result.empty()) result += '.';
-        else if (!result.empty()) result += '.';
+    for (size_t i = 0; i < path.size(); ++i) {
+        const PlugStep& s = path[i];
+        if (i + 1 < path.size() && !s.attribute->array && s.index < 0) continue;
+        if (!result.empty()) result += '.';
         result += longNames ? s.attribute->longName : s.attribute->shortName;
         if (s.index >= 0) result += "[" + std::to_string(s.index) + "]";
     }

@@ -19,7 +19,7 @@ public:
     bool asBool(unsigned index, MStatus* status = nullptr) const;
     MArgList& addArg(const MString& arg);
 
-    static const unsigned int kInvalidArgIndex = 0xffffffffu;
+    static constexpr unsigned int kInvalidArgIndex = 0xffffffffu;
 
 private:
     std::vector<MString> args_;

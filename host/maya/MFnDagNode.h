@@ -40,7 +40,7 @@ public:
     bool inUnderWorld(MStatus* status = nullptr) const;
     bool isIntermediateObject(MStatus* status = nullptr) const;
 
-    static const unsigned int kNextPos = 0xffffffffu;
+    static constexpr unsigned int kNextPos = 0xffffffffu;
 
 protected:
     MDagPath path_;  // set when the function set was given a path
