@@ -13,6 +13,20 @@ namespace
 
 const float kWeldEpsilon = 0.0001f;
 
+// The full comparisons read vertex records in sorted order, that is all over memory: ask for
+// them a few keys ahead.
+const uint32_t kPrefetchDistance = 16;
+
+inline void prefetch(const void* address)
+{
+#if defined(__GNUC__)
+	__builtin_prefetch(address);
+	__builtin_prefetch(static_cast<const char*>(address) + 64);
+#else
+	(void)address;
+#endif
+}
+
 // -1 if x is below y by more than the tolerance, 1 if above, else 0. NaN compares as -1.
 inline int compareWithin(float x, float y)
 {
@@ -83,9 +97,22 @@ struct KeyOrder
 	}
 };
 
+// Positions only: decided within the key array.
+struct PositionOrder
+{
+	bool before(const WeldKey& a, const WeldKey& b) const
+	{
+		for (int k = 0; k < 3; ++k)
+			if (int r = compareWithin(a.position[k], b.position[k]))
+				return r < 0;
+		return false;
+	}
+};
+
 // Stable merge sort that only ever asks "does b come before a": every index stays within its
 // range whatever the answers are, as the tolerance makes the order intransitive.
-void sortKeys(WeldKey* keys, WeldKey* scratch, size_t count, const KeyOrder& order)
+template <typename Order>
+void sortKeys(WeldKey* keys, WeldKey* scratch, size_t count, const Order& order)
 {
 	const size_t kRun = 16;
 
@@ -160,10 +187,24 @@ void MeshBuilder::weldVertices()
 			memcpy(keys[i].position, vertices[i].position, sizeof(keys[i].position));
 			keys[i].index = i;
 		}
+		// Sort by position first, then each stretch of neighbours with alike positions by all
+		// fields: the vertex records are only read for vertices that share a position.
 		const KeyOrder order{vertices};
 		{
 			std::vector<WeldKey> scratch(n);
-			sortKeys(keys.data(), scratch.data(), n, order);
+			sortKeys(keys.data(), scratch.data(), n, PositionOrder());
+			const PositionOrder positions;
+			for (uint32_t first = 0; first < n;)
+			{
+				if (first + kPrefetchDistance < n)
+					prefetch(&vertices[keys[first + kPrefetchDistance].index]);
+				uint32_t end = first + 1;
+				while (end < n && !positions.before(keys[end - 1], keys[end]) && !positions.before(keys[end], keys[end - 1]))
+					++end;
+				if (end - first > 1)
+					sortKeys(keys.data() + first, scratch.data() + first, end - first, order);
+				first = end;
+			}
 		}
 
 		for (uint32_t k = 0; k < n; ++k)
@@ -173,6 +214,8 @@ void MeshBuilder::weldVertices()
 		uint32_t i = 0;
 		while (i + 1 < n)
 		{
+			if (i + kPrefetchDistance < n)
+				prefetch(&vertices[keys[i + kPrefetchDistance].index]);
 			const WeldKey& base = keys[i];
 			BuilderVertex& baseVertex = vertices[base.index];
 			float sum[3] = {baseVertex.tangent[0], baseVertex.tangent[1], baseVertex.tangent[2]};
@@ -180,6 +223,8 @@ void MeshBuilder::weldVertices()
 			uint32_t j = i + 1;
 			for (; j < n && order.compare(base, keys[j]) == 0; ++j)
 			{
+				if (j + kPrefetchDistance < n)
+					prefetch(&vertices[keys[j + kPrefetchDistance].index]);
 				const uint32_t c = keys[j].index;
 				for (int k = 0; k < 3; ++k)
 					sum[k] += vertices[c].tangent[k];
