@@ -11,6 +11,7 @@
 #include "io/PathUtilities.h"
 
 #include <fstream>
+#include <memory>
 #include <sstream>
 #include <unistd.h>
 
@@ -59,6 +60,7 @@ MStatus VQMExporter::doIt(const MArgList& args)
 
     std::ostringstream dynamicsText;
     std::ostringstream shapesText;
+    ShapeBlobList shapeBlobs;
 
     MString sceneFileName;
     MGlobal::executeCommand("file -q -sceneName", sceneFileName, flags.verbose, false);
@@ -69,6 +71,7 @@ MStatus VQMExporter::doIt(const MArgList& args)
 
     std::ostringstream materialsText;
     std::ostringstream animationText;
+    std::unique_ptr<uint8_t[]> animationBlob;
     uint32_t animationBlobSize = 0;
     std::ostringstream userAttributesText;
 
@@ -91,10 +94,11 @@ MStatus VQMExporter::doIt(const MArgList& args)
     parts.scene = &scene;
     parts.animationText = &animation;
     parts.userAttributesText = &userAttributes;
-    parts.hasShapeBlobs = false;
+    parts.hasShapeBlobs = !shapeBlobs.empty();
     parts.animationBlobSize = animationBlobSize;
     bool complete = assembleDocument(
-        document, parts, [](std::ostream&) { return true; }, [](std::ostream&) {});
+        document, parts, [&](std::ostream& out) { return writeShapesStub(out, outputPath, shapeBlobs); },
+        [&](std::ostream& out) { writeAnimationStub(out, outputPath, animationBlob, animationBlobSize); });
     if (!complete) return MStatus::kFailure;
 
     MGlobal::displayInfo("done.");
