@@ -2,6 +2,8 @@
 #pragma once
 
 #include <maya/MObject.h>
+#include <maya/MQuaternion.h>
+#include <maya/MTransformationMatrix.h>
 
 #include <string>
 #include <vector>
@@ -10,10 +12,17 @@ namespace vqmhost {
 
 struct MatrixData : Data {
     double values[16];
+    // Set when the data came as components (a dagPose's xform matrices): the components, and the
+    // joint orient that the composed matrix holds between rotation and rotate pivot.
+    bool isTransformation = false;
+    MTransformationMatrix transformation;
+    MQuaternion jointOrient;
+
     explicit MatrixData(const double* source)
     {
         for (int i = 0; i < 16; ++i) values[i] = source[i];
     }
+    MatrixData(const MTransformationMatrix& components, const MQuaternion& orient);
     MFn::Type apiType() const override { return MFn::kMatrixData; }
 };
 

@@ -151,6 +151,18 @@ unsigned int MPlug::logicalIndex(MStatus* status) const
     return unsigned(path_.back().index);
 }
 
+MStatus MPlug::selectAncestorLogicalIndex(unsigned index, const MObject& attributeObject)
+{
+    if (index > 0x7fffffffu) return MStatus::kInvalidParameter;
+    const Attribute* wanted = attributeObject.hostAttribute();
+    for (auto it = path_.rbegin(); it != path_.rend(); ++it) {
+        if (!it->attribute->array || (wanted && it->attribute != wanted)) continue;
+        it->index = int(index);
+        return MStatus::kSuccess;
+    }
+    return MStatus::kInvalidParameter;
+}
+
 int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status) const
 {
     indices.clear();
@@ -351,6 +363,11 @@ MStatus MPlug::getValue(MObject& value, MDGContext&) const
     Value v;
     if (path_.empty() || !readValue(node_, path_, v)) return MStatus::kFailure;
     AttrType t = path_.back().attribute->type;
+    if (t == AttrType::Matrix && v.kind == Value::Block && dynamic_cast<MatrixData*>(v.block.get())) {
+        // Components (an xform matrix) are handed out as they are stored.
+        value = MObject(v.block);
+        return MStatus::kSuccess;
+    }
     if (t == AttrType::Matrix || (t == AttrType::Generic && v.kind == Value::Numbers && v.numbers.size() == 16)) {
         if (v.numbers.size() != 16) return MStatus::kFailure;
         value = MObject(std::make_shared<MatrixData>(v.numbers.data()));
@@ -422,7 +439,11 @@ MStatus MPlug::setValue(MObject& data)
 {
     if (path_.empty() || !data.hostData()) return MStatus::kFailure;
     Value v;
-    if (auto* matrix = dynamic_cast<MatrixData*>(data.hostData().get())) {
+    auto* matrix = dynamic_cast<MatrixData*>(data.hostData().get());
+    if (matrix && matrix->isTransformation) {
+        v.kind = Value::Block;
+        v.block = std::make_shared<MatrixData>(*matrix);
+    } else if (matrix) {
         v.kind = Value::Numbers;
         v.numbers.assign(matrix->values, matrix->values + 16);
     } else {

@@ -204,6 +204,7 @@ void defineDag(Registry& r)
     j.xyz("preferredAngle", "pa", AttrType::Angle, "preferredAngle", "pa", 0);
     j.add("drawStyle", "ds", AttrType::Enum);
     j.add("bindPose", "bps", AttrType::Matrix);
+    j.xyz("inverseScale", "is", AttrType::Double, "inverseScale", "is", 1);
     j.add("jointTypeX", "jtx", AttrType::Bool, 1);
     j.add("jointTypeY", "jty", AttrType::Bool, 1);
     j.add("jointTypeZ", "jtz", AttrType::Bool, 1);

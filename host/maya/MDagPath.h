@@ -1,6 +1,7 @@
 // A path through the DAG from the world to a node: one for each instance of the node.
 #pragma once
 
+#include <maya/MMatrix.h>
 #include <maya/MObject.h>
 #include <maya/MStatus.h>
 #include <maya/MString.h>
@@ -8,7 +9,6 @@
 #include <vector>
 
 class MDagPathArray;
-class MMatrix;
 
 class MDagPath {
 public:
@@ -32,6 +32,11 @@ public:
     MString partialPathName(MStatus* status = nullptr) const;
     unsigned int instanceNumber(MStatus* status = nullptr) const;
     bool isInstanced(MStatus* status = nullptr) const;
+    // Products of the local matrices from the node (inclusive) or its parent (exclusive) up to the world.
+    MMatrix inclusiveMatrix(MStatus* status = nullptr) const;
+    MMatrix exclusiveMatrix(MStatus* status = nullptr) const;
+    MMatrix inclusiveMatrixInverse(MStatus* status = nullptr) const;
+    MMatrix exclusiveMatrixInverse(MStatus* status = nullptr) const;
 
     bool operator==(const MDagPath& other) const { return nodes_ == other.nodes_; }
     bool operator!=(const MDagPath& other) const { return nodes_ != other.nodes_; }

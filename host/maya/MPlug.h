@@ -39,6 +39,8 @@ public:
     MPlug elementByLogicalIndex(unsigned index, MStatus* status = nullptr) const;
     MPlug operator[](unsigned logicalIndex) const { return elementByLogicalIndex(logicalIndex); }
     unsigned int logicalIndex(MStatus* status = nullptr) const;
+    // Points the plug's step of the given array attribute (the plug's or an ancestor's) at one element.
+    MStatus selectAncestorLogicalIndex(unsigned index, const MObject& attribute = MObject::kNullObj);
     int getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status = nullptr) const;
     unsigned int numChildren(MStatus* status = nullptr) const;
     MPlug child(unsigned index, MStatus* status = nullptr) const;

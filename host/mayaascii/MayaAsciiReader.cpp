@@ -6,6 +6,7 @@
 #include "../Graph.h"
 #include "../HostData.h"
 #include "../Session.h"
+#include "../TransformNodes.h"
 #include "MayaAsciiTokenizer.h"
 
 #include <charconv>
@@ -411,11 +412,13 @@ bool Reader::storeValues(Node* node, PlugPath path, const std::vector<std::strin
         return true;
     case AttrType::Matrix: {
         if (position < words.size() && words[position] == "xform") {
-            auto raw = std::make_shared<RawData>();
-            raw->typeName = "xform";
-            for (++position; position < words.size(); ++position) raw->words.emplace_back(words[position]);
+            std::vector<std::string> values;
+            for (++position; position < words.size(); ++position) values.emplace_back(words[position]);
+            MTransformationMatrix components;
+            MQuaternion jointOrient;
+            if (!parseXformWords(values, components, jointOrient, error)) return false;
             v.kind = Value::Block;
-            v.block = raw;
+            v.block = std::make_shared<MatrixData>(components, jointOrient);
             return true;
         }
         if (!need(16)) return false;
