@@ -109,20 +109,21 @@ void sortByScore(std::vector<Candidate>& candidates)
 }
 
 // The emission loop of one subset. Triangles are split in two kinds: "hot" ones have a corner in
-// the cache; they are kept in a list and rescored every round (their sums move with the cache
-// anyway). "Cold" ones have none, and their sum only changes when a corner leaves the cache.
-// They wait in the list of starting scores, sorted once, and, after they have been hot, in a
-// heap that they enter when their last cached corner leaves. Stale entries show a changed sum.
+// the cache; they are kept in a list with their corners and rescored every round (their sums move
+// with the cache anyway). "Cold" ones have none, and their sum only changes when a corner leaves
+// the cache. They wait in the list of starting scores, sorted once, and, after they have been hot,
+// in a heap that they enter when their last cached corner leaves. Stale entries show a changed sum.
 template <typename Index>
 class TriangleOrder
 {
 public:
 	TriangleOrder(uint32_t numTriangles, uint32_t firstVertex, uint32_t numVertices, const Index* indices)
-	    : m_tables(scoreTables()), m_numTriangles(numTriangles), m_firstVertex(firstVertex), m_indices(indices),
-	      m_remaining(numVertices, 0), m_cachePosition(numVertices, -1), m_score(numVertices), m_adjacencyStart(size_t(numVertices) + 1, 0),
-	      m_adjacency(size_t(numTriangles) * 3), m_emitted(numTriangles, 0), m_cachedCorners(numTriangles, 0), m_hotPosition(numTriangles)
+	    : m_tables(scoreTables()), m_numTriangles(numTriangles), m_firstVertex(firstVertex), m_indices(indices), m_empty(numVertices),
+	      m_remaining(size_t(numVertices) + 1, 0), m_cachePosition(size_t(numVertices) + 1, -1), m_valence(size_t(numVertices) + 1),
+	      m_score(size_t(numVertices) + 1), m_adjacencyStart(size_t(numVertices) + 1, 0), m_adjacency(size_t(numTriangles) * 3),
+	      m_emitted(numTriangles, 0), m_cachedCorners(numTriangles, 0), m_hotPosition(numTriangles)
 	{
-		std::fill(m_cacheList, m_cacheList + kListSize, kEmpty);
+		std::fill(m_cacheList, m_cacheList + kListSize, m_empty);
 
 		for (size_t i = 0; i < size_t(numTriangles) * 3; ++i)
 			m_remaining[indices[i] - firstVertex]++;
@@ -132,14 +133,19 @@ public:
 		for (uint32_t t = 0; t < numTriangles; ++t)
 			for (int k = 0; k < 3; ++k)
 				m_adjacency[fill[corner(t, k)]++] = t;
+		fill = std::vector<uint32_t>();
 
-		for (uint32_t v = 0; v < numVertices; ++v)
-			m_score[v] = scoreOf(m_tables, m_remaining[v], -1);
+		for (uint32_t v = 0; v <= numVertices; ++v)
+		{
+			m_valence[v] = valenceOf(m_remaining[v]);
+			m_score[v] = m_valence[v];
+		}
 
 		m_initial.resize(numTriangles);
 		for (uint32_t t = 0; t < numTriangles; ++t)
 			m_initial[t] = Candidate{triangleScore(t), t};
 		sortByScore(m_initial);
+		m_hot.reserve(256);
 	}
 
 	void run(Index* out)
@@ -162,6 +168,22 @@ public:
 	}
 
 private:
+	struct HotTriangle
+	{
+		uint32_t corners[3];
+		uint32_t triangle;
+	};
+
+	// The valence part of the score; a vertex with nothing left is in no live triangle, so its
+	// score is never read again.
+	float valenceOf(uint32_t remaining) const
+	{
+		if (remaining < kValenceTableSize)
+			return m_tables.valence[remaining];
+		const float u = 1.0f / sqrtf(float(remaining));
+		return u + u;
+	}
+
 	uint32_t corner(uint32_t t, int k) const
 	{
 		return uint32_t(m_indices[3 * size_t(t) + k]) - m_firstVertex;
@@ -182,6 +204,7 @@ private:
 	{
 		uint32_t* list = &m_adjacency[m_adjacencyStart[v]];
 		const uint32_t last = --m_remaining[v];
+		m_valence[v] = valenceOf(last);
 		for (uint32_t i = 0; i <= last; ++i)
 			if (list[i] == t)
 			{
@@ -193,31 +216,41 @@ private:
 	void addHot(uint32_t t)
 	{
 		m_hotPosition[t] = uint32_t(m_hot.size());
-		m_hot.push_back(t);
+		m_hot.push_back(HotTriangle{{corner(t, 0), corner(t, 1), corner(t, 2)}, t});
 	}
 
 	void removeHot(uint32_t t)
 	{
 		const uint32_t position = m_hotPosition[t];
-		const uint32_t last = m_hot.back();
+		const HotTriangle last = m_hot.back();
 		m_hot[position] = last;
-		m_hotPosition[last] = position;
+		m_hotPosition[last.triangle] = position;
 		m_hot.pop_back();
 	}
 
 	uint32_t chooseTriangle()
 	{
-		uint32_t best = kNone;
-		float bestScore = 0.0f;
-		for (uint32_t t : m_hot)
+		// Sums of live triangles are above 0, so their f32 bits order like their values: the
+		// greatest key is the greatest sum with the lowest triangle number. Two chains of maxima
+		// keep the loop from waiting on one.
+		const size_t numHot = m_hot.size();
+		const float* score = m_score.data();
+		uint64_t bestKeys[2] = {0, 0};
+		for (size_t i = 0; i < numHot; ++i)
 		{
-			const float score = triangleScore(t);
-			if (best == kNone || score > bestScore || (score == bestScore && t < best))
-			{
-				best = t;
-				bestScore = score;
-			}
+			const HotTriangle& hot = m_hot[i];
+			const float sum = (score[hot.corners[1]] + score[hot.corners[0]]) + score[hot.corners[2]];
+			uint32_t bits;
+			memcpy(&bits, &sum, sizeof(bits));
+			const uint64_t key = uint64_t(bits) << 32 | (kNone - hot.triangle);
+			uint64_t& bestKey = bestKeys[i & 1];
+			bestKey = key > bestKey ? key : bestKey;
 		}
+		const uint64_t bestKey = bestKeys[0] > bestKeys[1] ? bestKeys[0] : bestKeys[1];
+		uint32_t best = bestKey ? kNone - uint32_t(bestKey) : kNone;
+		float bestScore = 0.0f;
+		const uint32_t bestBits = uint32_t(bestKey >> 32);
+		memcpy(&bestScore, &bestBits, sizeof(bestScore));
 
 		// A skipped starting entry never needs to come back: once its triangle is cold again,
 		// it is in the heap.
@@ -269,13 +302,13 @@ private:
 		int noted[3] = {m_cachePosition[corners[0]], m_cachePosition[corners[1]], m_cachePosition[corners[2]]};
 		const bool entered[3] = {noted[0] < 0, noted[1] < 0 && corners[1] != corners[0],
 		                         noted[2] < 0 && corners[2] != corners[0] && corners[2] != corners[1]};
-		for (int slot = 0; slot < kCacheSize; ++slot)
-			if (m_cacheList[slot] != kEmpty)
-				m_cachePosition[m_cacheList[slot]] = -1;
 
 		// Take the corners out of the list. A corner that occurs twice (a degenerate triangle)
-		// has its noted position used twice, which takes out the entry behind it as well.
+		// has its noted position used twice, which takes out the entry behind it as well. Such
+		// an entry, and those pushed behind slot 63, may leave the cache: they are noted with
+		// whether they were in it (their positions are still the old ones here).
 		uint32_t leaving[6];
+		bool wasCached[6];
 		int numLeaving = 0;
 		int newCorners = 0;
 		for (int k = 0; k < 3; ++k)
@@ -287,8 +320,11 @@ private:
 				continue;
 			}
 			const uint32_t taken = m_cacheList[position];
-			if (taken != kEmpty && taken != corners[0] && taken != corners[1] && taken != corners[2])
+			if (taken != m_empty && taken != corners[0] && taken != corners[1] && taken != corners[2])
+			{
+				wasCached[numLeaving] = m_cachePosition[taken] >= 0;
 				leaving[numLeaving++] = taken;
+			}
 			memmove(m_cacheList + position, m_cacheList + position + 1, (kListSize - 1 - position) * sizeof(uint32_t));
 			for (int later = k + 1; later < 3; ++later)
 				if (noted[later] > position)
@@ -300,34 +336,45 @@ private:
 		m_cacheList[1] = corners[1];
 		m_cacheList[2] = corners[2];
 
-		for (int slot = 0; slot < kCacheSize; ++slot)
-			if (m_cacheList[slot] != kEmpty)
-				m_cachePosition[m_cacheList[slot]] = int8_t(slot);
+		for (int slot = kCacheSize; slot < kListSize; ++slot)
+			if (m_cacheList[slot] != m_empty)
+			{
+				wasCached[numLeaving] = m_cachePosition[m_cacheList[slot]] >= 0;
+				leaving[numLeaving++] = m_cacheList[slot];
+			}
 
-		// also those that have just fallen out
-		for (int slot = 0; slot < kCacheSize + newCorners; ++slot)
+		// Only the vertices noted above can have left slots 0 to 63; the loop below then gives
+		// every vertex there its new position and score. A vertex that stands in the list twice
+		// ends with its later slot, as slots go up.
+		for (int i = 0; i < numLeaving; ++i)
+			m_cachePosition[leaving[i]] = -1;
+		const float* cacheScore = m_tables.cache;
+		for (int slot = 0; slot < kCacheSize; ++slot)
 		{
 			const uint32_t v = m_cacheList[slot];
-			if (v != kEmpty)
-				m_score[v] = scoreOf(m_tables, m_remaining[v], m_cachePosition[v]);
+			m_cachePosition[v] = int8_t(slot);
+			m_score[v] = m_valence[v] + cacheScore[slot];
+		}
+
+		// those that have just fallen out are rescored as well
+		for (int slot = kCacheSize; slot < kCacheSize + newCorners; ++slot)
+		{
+			const uint32_t v = m_cacheList[slot];
+			const int position = m_cachePosition[v];
+			m_score[v] = position < 0 ? m_valence[v] : m_valence[v] + cacheScore[position];
 		}
 
 		for (int k = 0; k < 3; ++k)
 			if (entered[k])
 				countCachedCorners(corners[k], true);
 
-		// Only entries pushed behind slot 63 or taken out above can have left the cache; a vertex
-		// that still has an entry in slots 0 to 63 stays.
-		for (int slot = kCacheSize; slot < kCacheSize + newCorners; ++slot)
-			if (m_cacheList[slot] != kEmpty)
-				leaving[numLeaving++] = m_cacheList[slot];
 		for (int i = 0; i < numLeaving; ++i)
 		{
 			const uint32_t v = leaving[i];
-			bool seen = m_cachePosition[v] >= 0;
-			for (int j = 0; j < i && !seen; ++j)
-				seen = leaving[j] == v;
-			if (!seen)
+			bool stays = !wasCached[i] || m_cachePosition[v] >= 0;
+			for (int j = 0; j < i && !stays; ++j)
+				stays = leaving[j] == v;
+			if (!stays)
 				countCachedCorners(v, false);
 		}
 	}
@@ -336,17 +383,21 @@ private:
 	uint32_t m_numTriangles;
 	uint32_t m_firstVertex;
 	const Index* m_indices;
+	uint32_t m_empty; // the vertex number of an empty slot: one past the last vertex
 
 	uint32_t m_cacheList[kListSize];
+	// by vertex, with one more element for m_empty
 	std::vector<uint32_t> m_remaining;     // also the live length of each adjacency list
 	std::vector<int8_t> m_cachePosition;   // -1 or 0..63
+	std::vector<float> m_valence;          // the score part of remaining
 	std::vector<float> m_score;
 	std::vector<uint32_t> m_adjacencyStart;
 	std::vector<uint32_t> m_adjacency;     // triangles by vertex, the live ones first
+	// by triangle
 	std::vector<uint8_t> m_emitted;
 	std::vector<uint8_t> m_cachedCorners;  // corners of each live triangle that are in the cache
 	std::vector<uint32_t> m_hotPosition;   // place in m_hot while m_cachedCorners is not 0
-	std::vector<uint32_t> m_hot;
+	std::vector<HotTriangle> m_hot;
 	std::vector<Candidate> m_initial;      // starting scores, best first
 	size_t m_nextInitial = 0;
 	std::vector<Candidate> m_cold;         // heap of triangles that have been hot

@@ -155,6 +155,14 @@ double fifoAcmr(const std::vector<uint32_t>& indices, uint32_t numVertices, uint
 	return indices.empty() ? 0.0 : double(misses) / double(indices.size() / 3);
 }
 
+// Vertex arrays, indices and subsets: any change in the output shows.
+uint64_t checksumOf(const vqm::IndexedTriangleSet& set)
+{
+	uint64_t state = 0;
+	set.updateChecksum(state);
+	return state;
+}
+
 void printComparison(const char* what, double ours, double reference, double target)
 {
 	printf("%-44s ours %8.1f ms  meshoptimizer %8.1f ms  ratio %5.2f  (target <= %.1f)\n", what, ours, reference, ours / reference, target);
@@ -200,6 +208,8 @@ int main(int argc, char** argv)
 		printf("our road: tangents %.1f ms, weld %.1f ms, build %.1f ms, optimize %.1f ms; %u vertices, %u subsets\n", oursTangents, oursWeld,
 		       oursBuild, oursOptimize, set->numVertices(), set->numSubsets());
 		printf("peak heap of our road: %.2f x its input corners (%.1f MB; target <= 1.5)\n", peakRatio, inputBytes / 1048576.0);
+		printf("checksum of our road's set: welded %016llx, optimized %016llx\n", (unsigned long long)checksumOf(*unoptimized),
+		       (unsigned long long)checksumOf(*set));
 	}
 
 	const uint32_t numVertices = unoptimized->numVertices();
