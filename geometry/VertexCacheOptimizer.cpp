@@ -61,40 +61,38 @@ inline float scoreOf(const ScoreTables& tables, uint32_t remaining, int cachePos
 	return valence + (cachePosition < 0 ? 0.0f : tables.cache[cachePosition]);
 }
 
-struct Candidate
-{
-	float score;
-	uint32_t triangle;
-};
-
-// Heap order: the greatest score on top, the lowest triangle number among equal scores.
-struct LowerPriority
-{
-	bool operator()(const Candidate& a, const Candidate& b) const
-	{
-		return a.score < b.score || (a.score == b.score && a.triangle > b.triangle);
-	}
-};
-
-// f32 bits as an unsigned key that sorts like the value, descending.
-inline uint32_t descendingKey(float value)
+// A candidate triangle as one number: the f32 bits of its score sum above, the triangle number
+// subtracted from 0xFFFFFFFF below. Sums of triangles still to emit are above 0 (every corner has
+// a valence part), and positive f32 bits order like their values, so the greatest key is the
+// greatest sum with the lowest triangle number, as the whole-subset search picks it.
+inline uint64_t candidateKey(float score, uint32_t triangle)
 {
 	uint32_t bits;
-	memcpy(&bits, &value, sizeof(bits));
-	const uint32_t ascending = (bits & 0x80000000u) ? ~bits : bits | 0x80000000u;
-	return ~ascending;
+	memcpy(&bits, &score, sizeof(bits));
+	return uint64_t(bits) << 32 | (kNone - triangle);
 }
 
-// Stable LSD radix sort of candidates by descending score: equal scores keep ascending triangle order.
-void sortByScore(std::vector<Candidate>& candidates)
+inline uint32_t candidateTriangle(uint64_t key)
 {
-	std::vector<Candidate> scratch(candidates.size());
+	return kNone - uint32_t(key);
+}
+
+inline uint32_t candidateScoreBits(uint64_t key)
+{
+	return uint32_t(key >> 32);
+}
+
+// Stable LSD radix sort by the score part, descending. Keys made in ascending triangle order thus
+// end up in descending key order.
+void sortDescending(std::vector<uint64_t>& keys)
+{
+	std::vector<uint64_t> scratch(keys.size());
 	std::vector<uint32_t> counts(1 << 16);
-	for (int shift = 0; shift < 32; shift += 16)
+	for (int shift = 32; shift < 64; shift += 16)
 	{
 		std::fill(counts.begin(), counts.end(), 0);
-		for (const Candidate& c : candidates)
-			counts[(descendingKey(c.score) >> shift) & 0xFFFF]++;
+		for (uint64_t key : keys)
+			counts[(~key >> shift) & 0xFFFF]++;
 		uint32_t sum = 0;
 		for (uint32_t& count : counts)
 		{
@@ -102,9 +100,9 @@ void sortByScore(std::vector<Candidate>& candidates)
 			count = sum;
 			sum += here;
 		}
-		for (const Candidate& c : candidates)
-			scratch[counts[(descendingKey(c.score) >> shift) & 0xFFFF]++] = c;
-		candidates.swap(scratch);
+		for (uint64_t key : keys)
+			scratch[counts[(~key >> shift) & 0xFFFF]++] = key;
+		keys.swap(scratch);
 	}
 }
 
@@ -112,7 +110,9 @@ void sortByScore(std::vector<Candidate>& candidates)
 // the cache; they are kept in a list with their corners and rescored every round (their sums move
 // with the cache anyway). "Cold" ones have none, and their sum only changes when a corner leaves
 // the cache. They wait in the list of starting scores, sorted once, and, after they have been hot,
-// in a heap that they enter when their last cached corner leaves. Stale entries show a changed sum.
+// in a pending list that they enter when their last cached corner leaves. Most of them get hot
+// again before they could win, so the pending list only goes into a heap when its best key could
+// beat the best of the others. Stale entries show a changed sum.
 template <typename Index>
 class TriangleOrder
 {
@@ -123,7 +123,8 @@ public:
 	      m_score(size_t(numVertices) + 1), m_adjacencyStart(size_t(numVertices) + 1, 0), m_adjacency(size_t(numTriangles) * 3),
 	      m_emitted(numTriangles, 0), m_cachedCorners(numTriangles, 0), m_hotPosition(numTriangles)
 	{
-		std::fill(m_cacheList, m_cacheList + kListSize, m_empty);
+		std::fill(m_listBuffer, m_listBuffer + kListBufferSize, m_empty);
+		m_list = m_listBuffer + kListBufferSize - kListSize;
 
 		for (size_t i = 0; i < size_t(numTriangles) * 3; ++i)
 			m_remaining[indices[i] - firstVertex]++;
@@ -143,8 +144,8 @@ public:
 
 		m_initial.resize(numTriangles);
 		for (uint32_t t = 0; t < numTriangles; ++t)
-			m_initial[t] = Candidate{triangleScore(t), t};
-		sortByScore(m_initial);
+			m_initial[t] = candidateKey(triangleScore(t), t);
+		sortDescending(m_initial);
 		m_hot.reserve(256);
 	}
 
@@ -168,6 +169,10 @@ public:
 	}
 
 private:
+	// The cache list is a window of kListSize slots that slides down a larger buffer: pushing
+	// three corners in front moves the window instead of the slots.
+	static const int kListBufferSize = 1024;
+
 	struct HotTriangle
 	{
 		uint32_t corners[3];
@@ -194,9 +199,15 @@ private:
 		return (m_score[corner(t, 1)] + m_score[corner(t, 0)]) + m_score[corner(t, 2)];
 	}
 
-	bool isCurrentCold(const Candidate& c) const
+	bool isCurrentCold(uint64_t key) const
 	{
-		return !m_emitted[c.triangle] && m_cachedCorners[c.triangle] == 0 && triangleScore(c.triangle) == c.score;
+		const uint32_t t = candidateTriangle(key);
+		if (m_emitted[t] || m_cachedCorners[t] != 0)
+			return false;
+		const float score = triangleScore(t);
+		uint32_t bits;
+		memcpy(&bits, &score, sizeof(bits));
+		return bits == candidateScoreBits(key);
 	}
 
 	// The triangle's entry in v's list of triangles still to emit goes to the end, out of the live part.
@@ -228,52 +239,79 @@ private:
 		m_hot.pop_back();
 	}
 
+	void addPending(uint64_t key)
+	{
+		m_pending.push_back(key);
+		m_pendingBest = key > m_pendingBest ? key : m_pendingBest;
+		if (m_pending.size() >= m_pendingLimit)
+		{
+			// drop the stale entries now and then, so that the list stays of the size of the live ones
+			size_t kept = 0;
+			m_pendingBest = 0;
+			for (uint64_t pending : m_pending)
+				if (isCurrentCold(pending))
+				{
+					m_pending[kept++] = pending;
+					m_pendingBest = pending > m_pendingBest ? pending : m_pendingBest;
+				}
+			m_pending.resize(kept);
+			m_pendingLimit = std::max<size_t>(1024, 2 * kept);
+		}
+	}
+
+	uint64_t bestColdKey()
+	{
+		// A skipped starting entry never needs to come back: once its triangle is cold again,
+		// it is in the pending list or the heap.
+		while (m_nextInitial < m_initial.size() && !isCurrentCold(m_initial[m_nextInitial]))
+			++m_nextInitial;
+		while (!m_cold.empty() && !isCurrentCold(m_cold.front()))
+		{
+			std::pop_heap(m_cold.begin(), m_cold.end());
+			m_cold.pop_back();
+		}
+		const uint64_t initial = m_nextInitial < m_initial.size() ? m_initial[m_nextInitial] : 0;
+		const uint64_t cold = m_cold.empty() ? 0 : m_cold.front();
+		return initial > cold ? initial : cold;
+	}
+
 	uint32_t chooseTriangle()
 	{
-		// Sums of live triangles are above 0, so their f32 bits order like their values: the
-		// greatest key is the greatest sum with the lowest triangle number. Two chains of maxima
-		// keep the loop from waiting on one.
+		// two chains of maxima keep the loop from waiting on one
 		const size_t numHot = m_hot.size();
 		const float* score = m_score.data();
 		uint64_t bestKeys[2] = {0, 0};
 		for (size_t i = 0; i < numHot; ++i)
 		{
 			const HotTriangle& hot = m_hot[i];
-			const float sum = (score[hot.corners[1]] + score[hot.corners[0]]) + score[hot.corners[2]];
-			uint32_t bits;
-			memcpy(&bits, &sum, sizeof(bits));
-			const uint64_t key = uint64_t(bits) << 32 | (kNone - hot.triangle);
+			const uint64_t key = candidateKey((score[hot.corners[1]] + score[hot.corners[0]]) + score[hot.corners[2]], hot.triangle);
 			uint64_t& bestKey = bestKeys[i & 1];
 			bestKey = key > bestKey ? key : bestKey;
 		}
-		const uint64_t bestKey = bestKeys[0] > bestKeys[1] ? bestKeys[0] : bestKeys[1];
-		uint32_t best = bestKey ? kNone - uint32_t(bestKey) : kNone;
-		float bestScore = 0.0f;
-		const uint32_t bestBits = uint32_t(bestKey >> 32);
-		memcpy(&bestScore, &bestBits, sizeof(bestScore));
+		uint64_t bestKey = bestKeys[0] > bestKeys[1] ? bestKeys[0] : bestKeys[1];
 
-		// A skipped starting entry never needs to come back: once its triangle is cold again,
-		// it is in the heap.
-		while (m_nextInitial < m_initial.size() && !isCurrentCold(m_initial[m_nextInitial]))
-			++m_nextInitial;
-		while (!m_cold.empty() && !isCurrentCold(m_cold.front()))
+		uint64_t cold = bestColdKey();
+		if (!m_pending.empty() && m_pendingBest >= (bestKey > cold ? bestKey : cold))
 		{
-			std::pop_heap(m_cold.begin(), m_cold.end(), LowerPriority());
-			m_cold.pop_back();
+			for (uint64_t pending : m_pending)
+				if (isCurrentCold(pending))
+				{
+					m_cold.push_back(pending);
+					std::push_heap(m_cold.begin(), m_cold.end());
+				}
+			m_pending.clear();
+			m_pendingBest = 0;
+			cold = bestColdKey();
 		}
-		for (const Candidate* top : {m_nextInitial < m_initial.size() ? &m_initial[m_nextInitial] : nullptr,
-		                             m_cold.empty() ? nullptr : &m_cold.front()})
-			if (top && (best == kNone || top->score > bestScore || (top->score == bestScore && top->triangle < best)))
-			{
-				best = top->triangle;
-				bestScore = top->score;
-			}
+		bestKey = bestKey > cold ? bestKey : cold;
+		if (bestKey != 0)
+			return candidateTriangle(bestKey);
 
-		if (best == kNone) // unreachable while every cold triangle has a current entry
-			for (uint32_t t = 0; t < m_numTriangles && best == kNone; ++t)
-				if (!m_emitted[t])
-					best = t;
-		return best;
+		// unreachable while every cold triangle has a current entry
+		for (uint32_t t = 0; t < m_numTriangles; ++t)
+			if (!m_emitted[t])
+				return t;
+		return 0;
 	}
 
 	// Counts each occurrence of v in its live triangles as a cached corner (entering) or not.
@@ -291,8 +329,7 @@ private:
 			else if (--m_cachedCorners[t] == 0)
 			{
 				removeHot(t);
-				m_cold.push_back(Candidate{triangleScore(t), t});
-				std::push_heap(m_cold.begin(), m_cold.end(), LowerPriority());
+				addPending(candidateKey(triangleScore(t), t));
 			}
 		}
 	}
@@ -303,10 +340,18 @@ private:
 		const bool entered[3] = {noted[0] < 0, noted[1] < 0 && corners[1] != corners[0],
 		                         noted[2] < 0 && corners[2] != corners[0] && corners[2] != corners[1]};
 
-		// Take the corners out of the list. A corner that occurs twice (a degenerate triangle)
-		// has its noted position used twice, which takes out the entry behind it as well. Such
-		// an entry, and those pushed behind slot 63, may leave the cache: they are noted with
-		// whether they were in it (their positions are still the old ones here).
+		if (m_list - m_listBuffer < 3)
+		{
+			memmove(m_listBuffer + kListBufferSize - kListSize, m_list, kListSize * sizeof(uint32_t));
+			m_list = m_listBuffer + kListBufferSize - kListSize;
+		}
+
+		// Take the corners out of the list: the slots in front of one move back by one and the
+		// window follows, which leaves slots 0 to 63 as closing the gap from behind would. A corner
+		// that occurs twice (a degenerate triangle) has its noted position used twice, which takes
+		// out the entry behind it as well. Such an entry, and those pushed behind slot 63, may
+		// leave the cache: they are noted with whether they were in it (their positions are still
+		// the old ones here).
 		uint32_t leaving[6];
 		bool wasCached[6];
 		int numLeaving = 0;
@@ -319,28 +364,30 @@ private:
 				++newCorners;
 				continue;
 			}
-			const uint32_t taken = m_cacheList[position];
+			const uint32_t taken = m_list[position];
 			if (taken != m_empty && taken != corners[0] && taken != corners[1] && taken != corners[2])
 			{
 				wasCached[numLeaving] = m_cachePosition[taken] >= 0;
 				leaving[numLeaving++] = taken;
 			}
-			memmove(m_cacheList + position, m_cacheList + position + 1, (kListSize - 1 - position) * sizeof(uint32_t));
+			for (int slot = position; slot > 0; --slot)
+				m_list[slot] = m_list[slot - 1];
+			++m_list;
 			for (int later = k + 1; later < 3; ++later)
 				if (noted[later] > position)
 					--noted[later];
 		}
 
-		memmove(m_cacheList + 3, m_cacheList, kCacheSize * sizeof(uint32_t));
-		m_cacheList[0] = corners[0];
-		m_cacheList[1] = corners[1];
-		m_cacheList[2] = corners[2];
+		m_list -= 3;
+		m_list[0] = corners[0];
+		m_list[1] = corners[1];
+		m_list[2] = corners[2];
 
 		for (int slot = kCacheSize; slot < kListSize; ++slot)
-			if (m_cacheList[slot] != m_empty)
+			if (m_list[slot] != m_empty)
 			{
-				wasCached[numLeaving] = m_cachePosition[m_cacheList[slot]] >= 0;
-				leaving[numLeaving++] = m_cacheList[slot];
+				wasCached[numLeaving] = m_cachePosition[m_list[slot]] >= 0;
+				leaving[numLeaving++] = m_list[slot];
 			}
 
 		// Only the vertices noted above can have left slots 0 to 63; the loop below then gives
@@ -351,7 +398,7 @@ private:
 		const float* cacheScore = m_tables.cache;
 		for (int slot = 0; slot < kCacheSize; ++slot)
 		{
-			const uint32_t v = m_cacheList[slot];
+			const uint32_t v = m_list[slot];
 			m_cachePosition[v] = int8_t(slot);
 			m_score[v] = m_valence[v] + cacheScore[slot];
 		}
@@ -359,7 +406,7 @@ private:
 		// those that have just fallen out are rescored as well
 		for (int slot = kCacheSize; slot < kCacheSize + newCorners; ++slot)
 		{
-			const uint32_t v = m_cacheList[slot];
+			const uint32_t v = m_list[slot];
 			const int position = m_cachePosition[v];
 			m_score[v] = position < 0 ? m_valence[v] : m_valence[v] + cacheScore[position];
 		}
@@ -385,7 +432,8 @@ private:
 	const Index* m_indices;
 	uint32_t m_empty; // the vertex number of an empty slot: one past the last vertex
 
-	uint32_t m_cacheList[kListSize];
+	uint32_t m_listBuffer[kListBufferSize];
+	uint32_t* m_list; // slot 0 of the cache list, most recent first
 	// by vertex, with one more element for m_empty
 	std::vector<uint32_t> m_remaining;     // also the live length of each adjacency list
 	std::vector<int8_t> m_cachePosition;   // -1 or 0..63
@@ -398,9 +446,12 @@ private:
 	std::vector<uint8_t> m_cachedCorners;  // corners of each live triangle that are in the cache
 	std::vector<uint32_t> m_hotPosition;   // place in m_hot while m_cachedCorners is not 0
 	std::vector<HotTriangle> m_hot;
-	std::vector<Candidate> m_initial;      // starting scores, best first
+	std::vector<uint64_t> m_initial;       // starting keys, best first
 	size_t m_nextInitial = 0;
-	std::vector<Candidate> m_cold;         // heap of triangles that have been hot
+	std::vector<uint64_t> m_pending;       // keys of triangles that have gone cold
+	uint64_t m_pendingBest = 0;
+	size_t m_pendingLimit = 1024;
+	std::vector<uint64_t> m_cold;          // heap of pending keys that might have won
 };
 
 template <typename Index>

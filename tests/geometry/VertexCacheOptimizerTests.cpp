@@ -212,6 +212,23 @@ TEST(VertexCacheOptimizer, SameOrderAsWholeSearchOnRandomMeshes)
 	}
 }
 
+// Few vertices and many degenerate triangles fill the cache list with repeats of the same
+// vertices, so that a repeated corner in slot 63 also takes out the entry behind the cache.
+TEST(VertexCacheOptimizer, SameOrderAsWholeSearchWithRepeatsFillingTheList)
+{
+	std::mt19937 rng(4321);
+	for (int round = 0; round < 60; ++round)
+	{
+		std::uniform_int_distribution<uint32_t> vertexCount(2, 6);
+		std::uniform_int_distribution<uint32_t> triangleCount(300, 900);
+		const uint32_t numVertices = vertexCount(rng);
+		const Mesh mesh = randomMesh(rng, numVertices, triangleCount(rng), round % 2 == 0 ? 0 : 3, 50);
+		expectSameOrderBothWidths(mesh, "repeats");
+		if (HasFatalFailure())
+			return;
+	}
+}
+
 TEST(VertexCacheOptimizer, SameOrderAsWholeSearchOnStructuredMeshes)
 {
 	for (uint32_t size : {1u, 2u, 3u, 7u, 16u, 40u})
