@@ -17,13 +17,19 @@ const float kWeldEpsilon = 0.0001f;
 // them a few keys ahead.
 const uint32_t kPrefetchDistance = 16;
 
-inline void prefetch(const void* address)
+const size_t kSortRun = 16;
+const size_t kSortBlock = 16384; // keys; a power of two times kSortRun, 256 KB
+
+// All cache lines of one vertex record: 108 bytes span two or three.
+inline void prefetchRecord(const BuilderVertex* vertex)
 {
 #if defined(__GNUC__)
-	__builtin_prefetch(address);
-	__builtin_prefetch(static_cast<const char*>(address) + 64);
+	const char* bytes = reinterpret_cast<const char*>(vertex);
+	__builtin_prefetch(bytes);
+	__builtin_prefetch(bytes + 64);
+	__builtin_prefetch(bytes + sizeof(BuilderVertex) - 1);
 #else
-	(void)address;
+	(void)vertex;
 #endif
 }
 
@@ -97,28 +103,30 @@ struct KeyOrder
 	}
 };
 
-// Positions only: decided within the key array.
+// Positions only: decided within the key array, without branches, as the sort asks it about
+// keys in no predictable order. The same answer as the first decided axis of compareWithin.
 struct PositionOrder
 {
 	bool before(const WeldKey& a, const WeldKey& b) const
 	{
+		bool below[3], above[3];
 		for (int k = 0; k < 3; ++k)
-			if (int r = compareWithin(a.position[k], b.position[k]))
-				return r < 0;
-		return false;
+		{
+			below[k] = !(a.position[k] >= b.position[k] - kWeldEpsilon);
+			above[k] = a.position[k] > b.position[k] + kWeldEpsilon;
+		}
+		const bool yDecides = !above[0], zDecides = !above[1];
+		return below[0] | (yDecides & (below[1] | (zDecides & below[2])));
 	}
 };
 
-// Stable merge sort that only ever asks "does b come before a": every index stays within its
-// range whatever the answers are, as the tolerance makes the order intransitive.
+// Sorts runs of kSortRun keys by insertion, as the merge passes start from them.
 template <typename Order>
-void sortKeys(WeldKey* keys, WeldKey* scratch, size_t count, const Order& order)
+void insertionSortRuns(WeldKey* keys, size_t count, const Order& order)
 {
-	const size_t kRun = 16;
-
-	for (size_t first = 0; first < count; first += kRun)
+	for (size_t first = 0; first < count; first += kSortRun)
 	{
-		const size_t end = first + kRun < count ? first + kRun : count;
+		const size_t end = first + kSortRun < count ? first + kSortRun : count;
 		for (size_t i = first + 1; i < end; ++i)
 		{
 			const WeldKey key = keys[i];
@@ -131,23 +139,62 @@ void sortKeys(WeldKey* keys, WeldKey* scratch, size_t count, const Order& order)
 			keys[j] = key;
 		}
 	}
+}
 
-	WeldKey* from = keys;
-	WeldKey* to = scratch;
-	for (size_t width = kRun; width < count; width *= 2)
+// One merge pass of width `width` over [0, count) of from into to. The choice of the next key is
+// made without a branch.
+template <typename Order>
+void mergePass(const WeldKey* from, WeldKey* to, size_t count, size_t width, const Order& order)
+{
+	for (size_t first = 0; first < count; first += 2 * width)
 	{
-		for (size_t first = 0; first < count; first += 2 * width)
+		const size_t middle = first + width < count ? first + width : count;
+		const size_t end = middle + width < count ? middle + width : count;
+		size_t left = first, right = middle, out = first;
+		while (left < middle && right < end)
 		{
-			const size_t middle = first + width < count ? first + width : count;
-			const size_t end = middle + width < count ? middle + width : count;
-			size_t left = first, right = middle, out = first;
-			while (left < middle && right < end)
-				to[out++] = order.before(from[right], from[left]) ? from[right++] : from[left++];
-			while (left < middle)
-				to[out++] = from[left++];
-			while (right < end)
-				to[out++] = from[right++];
+			const bool takeRight = order.before(from[right], from[left]);
+			to[out++] = *(takeRight ? &from[right] : &from[left]);
+			right += takeRight;
+			left += !takeRight;
 		}
+		while (left < middle)
+			to[out++] = from[left++];
+		while (right < end)
+			to[out++] = from[right++];
+	}
+}
+
+// Stable merge sort that only ever asks "does b come before a": every index stays within its
+// range whatever the answers are, as the tolerance makes the order intransitive. That also makes
+// the result depend on which keys meet, so the merges are always those of the same bottom-up
+// tree: runs of kSortRun keys, then pairs of runs of doubled width. The passes below kSortBlock
+// are done block by block while a block is in the cache; they merge the same pairs.
+template <typename Order>
+void sortKeys(WeldKey* keys, WeldKey* scratch, size_t count, const Order& order)
+{
+	insertionSortRuns(keys, count, order);
+
+	size_t passes = 0;
+	for (size_t width = kSortRun; width < count && width < kSortBlock; width *= 2)
+		++passes;
+	for (size_t first = 0; first < count; first += kSortBlock)
+	{
+		const size_t blockCount = first + kSortBlock < count ? kSortBlock : count - first;
+		WeldKey* from = keys + first;
+		WeldKey* to = scratch + first;
+		for (size_t pass = 0, width = kSortRun; pass < passes; ++pass, width *= 2)
+		{
+			mergePass(from, to, blockCount, width, order);
+			std::swap(from, to);
+		}
+	}
+
+	WeldKey* from = passes % 2 ? scratch : keys;
+	WeldKey* to = passes % 2 ? keys : scratch;
+	for (size_t width = kSortRun << passes; width < count; width *= 2)
+	{
+		mergePass(from, to, count, width, order);
 		std::swap(from, to);
 	}
 	if (from != keys)
@@ -188,24 +235,31 @@ void MeshBuilder::weldVertices()
 			keys[i].index = i;
 		}
 		// Sort by position first, then each stretch of neighbours with alike positions by all
-		// fields: the vertex records are only read for vertices that share a position.
+		// fields: the vertex records are only read for vertices that share a position. A stretch
+		// is sorted just before the walk over the runs reaches it, while its records are still in
+		// the cache from the sort. Each stretch sort only reads and moves its own vertices, none
+		// of which has had its tangent changed by the walk yet, so the order is the one that
+		// sorting all stretches first would give.
 		const KeyOrder order{vertices};
-		{
-			std::vector<WeldKey> scratch(n);
-			sortKeys(keys.data(), scratch.data(), n, PositionOrder());
-			const PositionOrder positions;
-			for (uint32_t first = 0; first < n;)
+		std::vector<WeldKey> scratch(n);
+		sortKeys(keys.data(), scratch.data(), n, PositionOrder());
+
+		const PositionOrder positions;
+		uint32_t sortedEnd = 0; // the stretches in front of it are sorted
+		auto sortStretchesThrough = [&](uint32_t k) {
+			while (sortedEnd <= k)
 			{
-				if (first + kPrefetchDistance < n)
-					prefetch(&vertices[keys[first + kPrefetchDistance].index]);
+				const uint32_t first = sortedEnd;
 				uint32_t end = first + 1;
 				while (end < n && !positions.before(keys[end - 1], keys[end]) && !positions.before(keys[end], keys[end - 1]))
 					++end;
+				for (uint32_t ahead = end; ahead < end + kPrefetchDistance && ahead < n; ++ahead)
+					prefetchRecord(&vertices[keys[ahead].index]);
 				if (end - first > 1)
 					sortKeys(keys.data() + first, scratch.data() + first, end - first, order);
-				first = end;
+				sortedEnd = end;
 			}
-		}
+		};
 
 		for (uint32_t k = 0; k < n; ++k)
 			target[k] = k;
@@ -214,17 +268,17 @@ void MeshBuilder::weldVertices()
 		uint32_t i = 0;
 		while (i + 1 < n)
 		{
-			if (i + kPrefetchDistance < n)
-				prefetch(&vertices[keys[i + kPrefetchDistance].index]);
+			sortStretchesThrough(i + 1);
 			const WeldKey& base = keys[i];
 			BuilderVertex& baseVertex = vertices[base.index];
 			float sum[3] = {baseVertex.tangent[0], baseVertex.tangent[1], baseVertex.tangent[2]};
 
 			uint32_t j = i + 1;
-			for (; j < n && order.compare(base, keys[j]) == 0; ++j)
+			for (; j < n; ++j)
 			{
-				if (j + kPrefetchDistance < n)
-					prefetch(&vertices[keys[j + kPrefetchDistance].index]);
+				sortStretchesThrough(j);
+				if (order.compare(base, keys[j]) != 0)
+					break;
 				const uint32_t c = keys[j].index;
 				for (int k = 0; k < 3; ++k)
 					sum[k] += vertices[c].tangent[k];
