@@ -193,6 +193,7 @@ void Scene::rename(Node* node, const std::string& name)
 
 void Scene::addChild(Node* parent, Node* child)
 {
+    touch();
     if (std::find(parent->children.begin(), parent->children.end(), child) != parent->children.end()) return;
     parent->children.push_back(child);
     child->parents.push_back(parent);
@@ -200,6 +201,7 @@ void Scene::addChild(Node* parent, Node* child)
 
 void Scene::removeChild(Node* parent, Node* child)
 {
+    touch();
     parent->children.erase(std::remove(parent->children.begin(), parent->children.end(), child),
                            parent->children.end());
     child->parents.erase(std::remove(child->parents.begin(), child->parents.end(), parent), child->parents.end());
@@ -207,6 +209,7 @@ void Scene::removeChild(Node* parent, Node* child)
 
 bool Scene::connect(Node* src, const PlugPath& srcPath, Node* dst, const PlugPath& dstPath, std::string* error)
 {
+    touch();
     for (size_t i = 0; i < connections_.size(); ++i) {
         Connection& c = connections_[i];
         if (!c.alive || c.destinationNode != dst || c.destination != dstPath) continue;
@@ -225,6 +228,7 @@ bool Scene::connect(Node* src, const PlugPath& srcPath, Node* dst, const PlugPat
 
 bool Scene::disconnect(Node* src, const PlugPath& srcPath, Node* dst, const PlugPath& dstPath)
 {
+    touch();
     for (Connection& c : connections_)
         if (c.alive && c.sourceNode == src && c.source == srcPath && c.destinationNode == dst &&
             c.destination == dstPath) {
@@ -384,6 +388,7 @@ bool parsePlugPath(Node* node, const std::string& text, PlugPath& path, bool cre
             for (const auto& a : node->undeclaredAttributes) owned = owned || a.get() == attribute;
             undeclaredParent = owned ? const_cast<Attribute*>(attribute) : nullptr;
         }
+        if (index < 0 && attribute->array && pos < text.size()) index = 0;  // "iog.og[2]" means "iog[0].og[2]"
         if (index >= 0 && !attribute->array) {
             if (undeclaredParent && undeclaredParent == attribute) {
                 undeclaredParent->array = true;

@@ -128,6 +128,12 @@ public:
     std::unordered_map<const Attribute*, PlugData> values;
     std::vector<size_t> connections;  // indices into the scene's connection list
 
+    // State of the node type that lives outside plugs (a mesh's geometry), and what was last
+    // computed from it, valid while the scene's revision stays evaluatedRevision.
+    std::shared_ptr<Data> internal;
+    std::shared_ptr<Data> evaluated;
+    uint64_t evaluatedRevision = ~uint64_t(0);
+
     // DAG
     std::vector<Node*> parents;
     std::vector<Node*> children;
@@ -181,6 +187,10 @@ public:
     std::string timeUnitName = "film";
 
     std::string fileName;  // empty for an unsaved scene
+    // Goes up with every edit of values, connections or the DAG, so that cached results of
+    // evaluation know when they are stale.
+    uint64_t revision = 0;
+    void touch() { ++revision; }
     std::vector<MObject> activeSelection;  // nodes, in selection order
 
 private:

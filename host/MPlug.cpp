@@ -409,6 +409,7 @@ static MStatus writeValue(Node* node, const std::vector<PlugStep>& path, const V
     PlugData* data = node->plugData(path, true);
     if (!data) return MStatus::kFailure;
     data->value = value;
+    node->scene.touch();
     return MStatus::kSuccess;
 }
 

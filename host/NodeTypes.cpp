@@ -1,6 +1,7 @@
 // The node types the stand-in knows, with their type numbers, families and attribute tables.
 // Attribute names, short names and defaults are the host's; values are in internal units.
 #include "Graph.h"
+#include "MeshNodes.h"
 
 #include <cmath>
 #include <initializer_list>
@@ -246,6 +247,22 @@ void defineShapes(Registry& r)
     m.data("outMesh", "o", "mesh");
     m.array(m.data("worldMesh", "w", "mesh"));
     m.data("cachedInMesh", "ci", "mesh");
+    m.array(m.numeric("vrts", "vt", AttrType::Distance, {{"vrtx", "vx"}, {"vrty", "vy"}, {"vrtz", "vz"}}, 0));
+    m.array(m.numeric("pnts", "pt", AttrType::Distance, {{"pntx", "px"}, {"pnty", "py"}, {"pntz", "pz"}}, 0));
+    m.array(m.add("edge", "ed", AttrType::Generic));
+    m.array(m.data("face", "fc", "polyFaces"));
+    m.array(m.numeric("normals", "n", AttrType::Float, {{"normalx", "nx"}, {"normaly", "ny"}, {"normalz", "nz"}}, 0));
+    Attribute* uvSet = m.array(m.compound("uvSet", "uvst"));
+    m.add("uvSetName", "uvsn", AttrType::String, 0, uvSet);
+    m.array(m.numeric("uvSetPoints", "uvsp", AttrType::Float, {{"uvPointsU", "uvpu"}, {"uvPointsV", "uvpv"}}, 0, uvSet));
+    m.add("currentUVSet", "cuvs", AttrType::String);
+    Attribute* colorSet = m.array(m.compound("colorSet", "clst"));
+    m.add("colorName", "clsn", AttrType::String, 0, colorSet);
+    m.array(m.add("colorSetPoints", "clsp", AttrType::Generic, 0, colorSet));
+    m.add("representation", "rprt", AttrType::Enum, 3, colorSet);
+    m.add("currentColorSet", "ccls", AttrType::String);
+    m.add("displayColors", "dcol", AttrType::Bool);
+    mesh.readFromFile = readMeshFileValues;
 
     NodeType& curve = r.define("nurbsCurve", MFn::kNurbsCurve, "shape");
     TypeBuilder n(curve);

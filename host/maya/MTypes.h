@@ -19,6 +19,11 @@ struct PlugStep {
 };
 }  // namespace vqmhost
 
+typedef float float2[2];
+typedef float float3[3];
+typedef double double2[2];
+typedef double double3[3];
+
 class MString;
 class MStatus;
 class MObject;

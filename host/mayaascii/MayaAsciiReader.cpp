@@ -329,7 +329,7 @@ void Reader::setAttr(const MaStatement& s)
         values.angularScale = scene_.angularUnitInRad;
         values.error = &error;
         int handled = node->type->readFromFile(*node, path, values);
-        if (handled < 0) warn(s.line, node->name + "." + std::string(attributeText.substr(attributeText[0] == '.')) + ": " + error);
+        if (!error.empty()) warn(s.line, node->name + "." + std::string(attributeText.substr(attributeText[0] == '.')) + ": " + error);
         if (handled != 0) return;
     }
 
