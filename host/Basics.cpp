@@ -9,6 +9,7 @@
 #include <maya/MStringArray.h>
 
 #include "Graph.h"
+#include "TypeNames.h"
 
 #include <cctype>
 #include <cstdio>
@@ -35,10 +36,7 @@ bool MObject::hasFn(MFn::Type type) const
 
 const char* MObject::apiTypeStr() const
 {
-    if (node_) return node_->type->name.c_str();
-    if (attribute_) return "attribute";
-    if (data_) return "data";
-    return "invalid";
+    return vqmhost::apiTypeName(apiType());
 }
 
 const char* MStatus::errorString() const
