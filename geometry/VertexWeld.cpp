@@ -103,20 +103,16 @@ struct KeyOrder
 	}
 };
 
-// Positions only: decided within the key array, without branches, as the sort asks it about
-// keys in no predictable order. The same answer as the first decided axis of compareWithin.
+// Positions only: decided within the key array. x nearly always decides, so the branches are
+// well predicted.
 struct PositionOrder
 {
 	bool before(const WeldKey& a, const WeldKey& b) const
 	{
-		bool below[3], above[3];
 		for (int k = 0; k < 3; ++k)
-		{
-			below[k] = !(a.position[k] >= b.position[k] - kWeldEpsilon);
-			above[k] = a.position[k] > b.position[k] + kWeldEpsilon;
-		}
-		const bool yDecides = !above[0], zDecides = !above[1];
-		return below[0] | (yDecides & (below[1] | (zDecides & below[2])));
+			if (int r = compareWithin(a.position[k], b.position[k]))
+				return r < 0;
+		return false;
 	}
 };
 
