@@ -8,6 +8,67 @@
 namespace vqm
 {
 
+namespace
+{
+
+bool triangleBefore(const BuilderTriangle& a, const BuilderTriangle& b)
+{
+	if (a.materialIndex != b.materialIndex)
+		return a.materialIndex < b.materialIndex;
+	if (a.indices[0] != b.indices[0])
+		return a.indices[0] < b.indices[0];
+	if (a.indices[1] != b.indices[1])
+		return a.indices[1] < b.indices[1];
+	return a.indices[2] < b.indices[2];
+}
+
+// Sorts by material, then the three indices. Triangles that compare equal are equal in every
+// field, so any correct sort gives the same array. A counting sort by the first index (below
+// numVertices after the weld) and a stable one by material leave only short stretches of equal
+// material and first index, sorted by the other two.
+void sortTriangles(std::vector<BuilderTriangle>& triangles, uint32_t numVertices)
+{
+	const size_t count = triangles.size();
+	for (const BuilderTriangle& triangle : triangles)
+		if (triangle.indices[0] >= numVertices)
+		{
+			std::sort(triangles.begin(), triangles.end(), triangleBefore);
+			return;
+		}
+
+	{
+		std::vector<uint32_t> offsets(size_t(numVertices) + 1, 0);
+		for (const BuilderTriangle& triangle : triangles)
+			offsets[triangle.indices[0] + 1]++;
+		for (uint32_t v = 0; v < numVertices; ++v)
+			offsets[v + 1] += offsets[v];
+		std::vector<BuilderTriangle> sorted(count);
+		for (const BuilderTriangle& triangle : triangles)
+			sorted[offsets[triangle.indices[0]]++] = triangle;
+		triangles.swap(sorted);
+	}
+
+	bool oneMaterial = true;
+	for (size_t t = 1; t < count && oneMaterial; ++t)
+		oneMaterial = triangles[t].materialIndex == triangles[0].materialIndex;
+	if (!oneMaterial)
+		std::stable_sort(triangles.begin(), triangles.end(),
+		                 [](const BuilderTriangle& a, const BuilderTriangle& b) { return a.materialIndex < b.materialIndex; });
+
+	for (size_t first = 0; first < count;)
+	{
+		size_t end = first + 1;
+		while (end < count && triangles[end].materialIndex == triangles[first].materialIndex &&
+		       triangles[end].indices[0] == triangles[first].indices[0])
+			++end;
+		if (end - first > 1)
+			std::sort(triangles.begin() + first, triangles.begin() + end, triangleBefore);
+		first = end;
+	}
+}
+
+} // namespace
+
 void MeshBuilder::computeTangents()
 {
 	if (m_vertices.empty())
@@ -22,15 +83,7 @@ void MeshBuilder::computeTangents()
 
 std::unique_ptr<IndexedTriangleSet> MeshBuilder::buildIndexedTriangleSet()
 {
-	std::sort(m_triangles.begin(), m_triangles.end(), [](const BuilderTriangle& a, const BuilderTriangle& b) {
-		if (a.materialIndex != b.materialIndex)
-			return a.materialIndex < b.materialIndex;
-		if (a.indices[0] != b.indices[0])
-			return a.indices[0] < b.indices[0];
-		if (a.indices[1] != b.indices[1])
-			return a.indices[1] < b.indices[1];
-		return a.indices[2] < b.indices[2];
-	});
+	sortTriangles(m_triangles, numVertices());
 
 	const uint32_t numTriangles = this->numTriangles();
 	uint32_t numRuns = 0;

@@ -4,7 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <random>
+#include <tuple>
+#include <vector>
 
 using namespace vqm;
 
@@ -297,4 +301,42 @@ TEST(MeshBuilder, DropsBrokenTrianglesAndUnusedVertices)
 	ASSERT_EQ(builder.numVertices(), 3u);
 	EXPECT_EQ(builder.vertexAt(0).position[0], 2.0f);
 	EXPECT_EQ(builder.triangleAt(0).indices[2], 2u);
+}
+
+// The triangle order of the set against a plain sort of the triangles, with many materials,
+// repeated triangles and first indices, and once with an index beyond the vertices (no weld ran).
+TEST(MeshBuilder, TrianglesSortedByMaterialThenIndices)
+{
+	std::mt19937 rng(77);
+	for (int round = 0; round < 20; ++round)
+	{
+		MeshBuilder builder;
+		const uint32_t numVertices = 1 + rng() % 300;
+		for (uint32_t v = 0; v < numVertices; ++v)
+			builder.addVertex(vertexAt(float(v), 0, 0));
+		std::vector<BuilderTriangle> triangles;
+		const uint32_t numTriangles = 1 + rng() % 2000;
+		const uint32_t numMaterials = round % 3 == 0 ? 1 : 1 + rng() % 9;
+		for (uint32_t t = 0; t < numTriangles; ++t)
+		{
+			BuilderTriangle triangle;
+			for (uint32_t& index : triangle.indices)
+				index = rng() % std::min<uint32_t>(numVertices, 6);
+			triangle.materialIndex = 5 * (rng() % numMaterials);
+			if (round == 19 && t == numTriangles / 2)
+				triangle.indices[0] = numVertices + 3;
+			triangles.push_back(triangle);
+			builder.addTriangle(triangle);
+		}
+		std::unique_ptr<IndexedTriangleSet> set = builder.buildIndexedTriangleSet();
+
+		std::sort(triangles.begin(), triangles.end(), [](const BuilderTriangle& a, const BuilderTriangle& b) {
+			return std::make_tuple(a.materialIndex, a.indices[0], a.indices[1], a.indices[2]) <
+			       std::make_tuple(b.materialIndex, b.indices[0], b.indices[1], b.indices[2]);
+		});
+		ASSERT_EQ(set->numIndices(), 3 * numTriangles);
+		for (uint32_t t = 0; t < numTriangles; ++t)
+			for (int k = 0; k < 3; ++k)
+				ASSERT_EQ(set->indexAt(3 * t + k), triangles[t].indices[k]) << "round " << round << ", triangle " << t;
+	}
 }
