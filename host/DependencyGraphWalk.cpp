@@ -61,7 +61,7 @@ bool MItDependencyGraph::passes(const MObject& node) const
     return filter_ == MFn::kInvalid || node.hasFn(filter_);
 }
 
-// Every node once, in the order of the walk. From the root plug the walk follows only that plug's
+// Every node once, in the order of the walk. From the root plug the walk follows that plug's
 // connections; from every other node, all of its connections in the walk's direction, since the
 // stand-in does not know which inputs of a node affect which outputs.
 void MItDependencyGraph::walk()
@@ -99,7 +99,11 @@ void MItDependencyGraph::walk()
         if (traversal_ == kDepthFirst) pending.insert(pending.begin(), visits.begin(), visits.end());
         else pending.insert(pending.end(), visits.begin(), visits.end());
     };
-    add(arrivals(root, rootPlug_.isNull() ? nullptr : &rootPlug_.hostPath()));
+    // A root plug on the far side of the walk's direction (an input of a downstream walk) leads on
+    // through the node's other plugs.
+    std::vector<Visit> first = arrivals(root, rootPlug_.isNull() ? nullptr : &rootPlug_.hostPath());
+    if (first.empty() && !rootPlug_.isNull()) first = arrivals(root, nullptr);
+    add(first);
     while (!pending.empty()) {
         Visit v = pending.front();
         pending.pop_front();
@@ -195,6 +199,7 @@ MStatus MFnGeometryFilter::getOutputGeometry(MObjectArray& shapes) const
         for (unsigned j = 0; j < far.length(); ++j) {
             MPlug plug = far[j];
             MItDependencyGraph walk(plug, MFn::kShape, MItDependencyGraph::kDownstream);
+            walk.disablePruningOnFilter();
             for (; !walk.isDone(); walk.next()) {
                 shapes.append(walk.currentItem());
                 break;
@@ -217,6 +222,7 @@ unsigned int MFnGeometryFilter::indexForOutputShape(const MObject& shape, MStatu
             for (unsigned j = 0; j < far.length(); ++j) {
                 MPlug plug = far[j];
                 MItDependencyGraph walk(plug, MFn::kShape, MItDependencyGraph::kDownstream);
+                walk.disablePruningOnFilter();
                 if (!walk.isDone() && walk.currentItem() == shape) {
                     report(status, MStatus::kSuccess);
                     return unsigned(indices[i]);

@@ -345,7 +345,9 @@ MStatus MGlobal::setActiveSelectionList(const MSelectionList& list, ListAdjustme
 
 MStatus MGlobal::getSelectionListByName(const MString& name, MSelectionList& list)
 {
-    return list.add(name);
+    // A name that matches nothing is no error: the list stays as it was.
+    MStatus status = list.add(name);
+    return name.length() == 0 ? status : MStatus(MStatus::kSuccess);
 }
 
 MStatus MGlobal::selectByName(const MString& name, ListAdjustment mode)

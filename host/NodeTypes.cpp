@@ -188,8 +188,8 @@ void defineDag(Registry& r)
     t.xyz("maxTransLimit", "xtl", AttrType::Distance, "maxTrans", "xt", 1, "Limit", "l");
     t.xyz("minTransLimitEnable", "mtle", AttrType::Bool, "minTrans", "mt", 0, "LimitEnable", "e");
     t.xyz("maxTransLimitEnable", "xtle", AttrType::Bool, "maxTrans", "xt", 0, "LimitEnable", "e");
-    t.xyz("minRotLimit", "mrl", AttrType::Angle, "minRot", "mr", -360 * kDegree, "Limit", "l");
-    t.xyz("maxRotLimit", "xrl", AttrType::Angle, "maxRot", "xr", 360 * kDegree, "Limit", "l");
+    t.xyz("minRotLimit", "mnrl", AttrType::Angle, "minRot", "mr", -360 * kDegree, "Limit", "l");
+    t.xyz("maxRotLimit", "mxrl", AttrType::Angle, "maxRot", "xr", 360 * kDegree, "Limit", "l");
     t.xyz("minRotLimitEnable", "mrle", AttrType::Bool, "minRot", "mr", 0, "LimitEnable", "e");
     t.xyz("maxRotLimitEnable", "xrle", AttrType::Bool, "maxRot", "xr", 0, "LimitEnable", "e");
     t.xyz("minScaleLimit", "msl", AttrType::Double, "minScale", "ms", -1, "Limit", "l");

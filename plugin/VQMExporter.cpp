@@ -8,6 +8,7 @@
 #include "plugin/OutputPath.h"
 #include "plugin/RunState.h"
 #include "plugin/SideFiles.h"
+#include "scene/SceneExporter.h"
 #include "io/PathUtilities.h"
 
 #include <fstream>
@@ -56,7 +57,23 @@ MStatus VQMExporter::doIt(const MArgList& args)
     CustomFileMap customFileMap;
     MaterialMap materialMap;
     DynamicMap dynamicMap;
-    // Scene stage and the bounding volumes of merge groups: not in this build; the Scene section stays empty.
+    ShapeMap shapeMap;
+    NodeMap nodeMap;
+    MergeGroupList mergeGroupList;
+    AttachmentList attachmentList;
+    BoundingVolumeSourceMap boundingVolumeSources;
+
+    SceneExporter sceneExporter(flags.lights, flags.cameras, flags.defaultCameras, flags.particleSystems,
+                                flags.shapes, flags.skinWeights, flags.mergeGroups, flags.nurbsCurves, flags.ik,
+                                flags.selection, flags.ignoreBindPoses, flags.verbose);
+    // A walk that could not start leaves the Scene section empty; the later stages only need the
+    // containers, which stay empty too.
+    sceneExporter.exportScene(fileMap, shapeMap, materialMap, dynamicMap, nodeMap, mergeGroupList, attachmentList,
+                              boundingVolumeSources, sceneText);
+
+    // Bounding volume meshes are matched to their targets once merge groups are exported.
+    BoundingVolumeMap boundingVolumes;
+    (void)boundingVolumes;
 
     std::ostringstream dynamicsText;
     std::ostringstream shapesText;

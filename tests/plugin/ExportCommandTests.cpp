@@ -36,7 +36,10 @@ TEST(ExportCommand, WritesTheEnvelopeNamedAfterTheScene)
     ASSERT_TRUE(h.loadScene(kSmallScene, "/projects/level/scenes/level.final.ma"));
     ExportRun r = h.run("");
     ASSERT_TRUE(r.ok);
-    EXPECT_EQ(r.document, vqmtest::documentWith("level.final", "\n\n"));
+    EXPECT_EQ(r.document, vqmtest::documentWith("level.final", "\n  <Scene>\n"
+                                                               "    <TransformGroup name=\"crate\" translation=\"0 25 0\" "
+                                                               "nodeId=\"1\"/>\n"
+                                                               "  </Scene>\n\n"));
     ASSERT_EQ(r.infos().size(), 2u);
     EXPECT_EQ(r.infos()[0], "Export scene to: " + r.outputPath);
     EXPECT_EQ(r.infos()[1], "done.");
