@@ -2,6 +2,7 @@
 // Attribute names, short names and defaults are the host's; values are in internal units.
 #include "Graph.h"
 #include "MeshNodes.h"
+#include "NurbsCurveData.h"
 
 #include <cmath>
 #include <initializer_list>
@@ -270,6 +271,11 @@ void defineShapes(Registry& r)
     n.data("local", "l", "nurbsCurve");
     n.array(n.data("worldSpace", "ws", "nurbsCurve"));
     n.data("cached", "cc", "nurbsCurve");
+    n.add("form", "f", AttrType::Enum);
+    n.add("degree", "d", AttrType::Int, 3);
+    n.add("spans", "s", AttrType::Int, 1);
+    curve.readFromFile = readCurveFileValues;
+    curve.compute = computeCurveValue;
 
     NodeType& light = r.define("light", MFn::kLight, "shape");
     TypeBuilder l(light);

@@ -1,6 +1,7 @@
 // Function set of deformers: the geometry they take in and hand out.
 #pragma once
 
+#include <maya/MDagPath.h>
 #include <maya/MFnDependencyNode.h>
 #include <maya/MObjectArray.h>
 
@@ -17,5 +18,8 @@ public:
     MStatus getOutputGeometry(MObjectArray& shapes) const;
     // Index of the deformer's element that feeds the shape (or a path to it).
     unsigned int indexForOutputShape(const MObject& shape, MStatus* status = nullptr) const;
+    // The path of the shape that the element of that index feeds.
+    MStatus getPathAtIndex(unsigned int index, MDagPath& path) const;
     float envelope(MStatus* status = nullptr) const;
+    MStatus setEnvelope(float envelope);
 };
