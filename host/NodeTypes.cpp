@@ -370,6 +370,11 @@ void defineShading(Registry& r)
     NodeType& phong = r.define("phong", MFn::kPhong, "reflect");
     TypeBuilder ph(phong);
     ph.add("cosinePower", "cp", AttrType::Float, 20);
+    NodeType& anisotropic = r.define("anisotropic", MFn::kAnisotropy, "reflect");
+    TypeBuilder an(anisotropic);
+    an.add("angle", "a", AttrType::Float, 0);
+    an.add("roughness", "rn", AttrType::Float, 0.7);
+    r.define("phongE", MFn::kPhongExplorer, "reflect");
     r.define("surfaceShader", MFn::kSurfaceShader, "node");
     r.define("materialInfo", MFn::kMaterialInfo, "node");
 

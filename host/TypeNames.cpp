@@ -54,6 +54,8 @@ const char* apiTypeName(MFn::Type type)
     case MFn::kReflect: return "kReflect";
     case MFn::kBlinn: return "kBlinn";
     case MFn::kPhong: return "kPhong";
+    case MFn::kPhongExplorer: return "kPhongExplorer";
+    case MFn::kAnisotropy: return "kAnisotropy";
     case MFn::kMaterialInfo: return "kMaterialInfo";
     case MFn::kTexture2d: return "kTexture2d";
     case MFn::kTexture3d: return "kTexture3d";

@@ -3,6 +3,7 @@
 #include <maya/MGlobal.h>
 #include <maya/MString.h>
 
+#include "materials/MaterialsExporter.h"
 #include "plugin/DocumentAssembly.h"
 #include "plugin/ExportFlags.h"
 #include "plugin/OutputPath.h"
@@ -83,10 +84,13 @@ MStatus VQMExporter::doIt(const MArgList& args)
     MGlobal::executeCommand("file -q -sceneName", sceneFileName, flags.verbose, false);
     std::string sceneDirectory = directoryOf(sceneFileName.str());
     std::string outputDirectory = directoryOf(outputPath);
-    (void)sceneDirectory;
-    (void)outputDirectory;
 
     std::ostringstream materialsText;
+    {
+        MaterialsExporter materials(flags.relativePaths, flags.verbose, flags.floatEpsilon, sceneDirectory, outputDirectory);
+        if (!materials.exportMaterialsAndFiles(fileMap, customFileMap, materialMap, flags.shapes, materialsText))
+            return MStatus::kFailure;
+    }
     std::ostringstream animationText;
     std::unique_ptr<uint8_t[]> animationBlob;
     uint32_t animationBlobSize = 0;

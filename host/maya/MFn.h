@@ -53,6 +53,8 @@ public:
         kReflect = 367,
         kBlinn = 368,
         kPhong = 369,
+        kPhongExplorer = 370,
+        kAnisotropy = 609,
         kMaterialInfo = 383,
         kTexture2d = 480,
         kTexture3d = 481,
