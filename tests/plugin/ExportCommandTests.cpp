@@ -36,7 +36,12 @@ TEST(ExportCommand, WritesTheEnvelopeNamedAfterTheScene)
     ASSERT_TRUE(h.loadScene(kSmallScene, "/projects/level/scenes/level.final.ma"));
     ExportRun r = h.run("");
     ASSERT_TRUE(r.ok);
-    EXPECT_EQ(r.document, vqmtest::documentWith("level.final", "\n  <Scene>\n"
+    // Files and Materials (lambert1 is a lambert of every scene), then the Scene section.
+    EXPECT_EQ(r.document, vqmtest::documentWith("level.final", "\n  <Files>\n  </Files>\n\n  <Materials>\n"
+                                                               "    <Material name=\"lambert1\" materialId=\"1\" "
+                                                               "diffuseColor=\"0.5 0.5 0.5 1\" specularColor=\"0 0 0\" "
+                                                               "ambientColor=\"1 1 1\">\n    </Material>\n"
+                                                               "  </Materials>\n\n\n  <Scene>\n"
                                                                "    <TransformGroup name=\"crate\" translation=\"0 25 0\" "
                                                                "nodeId=\"1\"/>\n"
                                                                "  </Scene>\n\n"));
