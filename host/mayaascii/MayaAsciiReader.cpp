@@ -148,35 +148,35 @@ Node* Reader::findOrCreateDefault(std::string_view name, uint32_t line)
 // returned in rangeText, and replaced by its first index.
 bool Reader::resolvePlug(std::string_view text, uint32_t line, Node*& node, PlugPath& path, std::string* rangeText)
 {
-    std::string spec(text);
+    std::string plugText(text);
     if (rangeText) {
         rangeText->clear();
-        size_t colon = spec.find(':');
-        size_t open = colon == std::string::npos ? std::string::npos : spec.rfind('[', colon);
-        size_t close = colon == std::string::npos ? std::string::npos : spec.find(']', colon);
-        if (open != std::string::npos && close != std::string::npos && spec.find('.', open) > close) {
-            *rangeText = spec.substr(open + 1, close - open - 1);
-            spec = spec.substr(0, open + 1) + rangeText->substr(0, rangeText->find(':')) + spec.substr(close);
+        size_t colon = plugText.find(':');
+        size_t open = colon == std::string::npos ? std::string::npos : plugText.rfind('[', colon);
+        size_t close = colon == std::string::npos ? std::string::npos : plugText.find(']', colon);
+        if (open != std::string::npos && close != std::string::npos && plugText.find('.', open) > close) {
+            *rangeText = plugText.substr(open + 1, close - open - 1);
+            plugText = plugText.substr(0, open + 1) + rangeText->substr(0, rangeText->find(':')) + plugText.substr(close);
         }
     }
     std::string attributeText;
-    if (!spec.empty() && spec[0] == '.') {
+    if (!plugText.empty() && plugText[0] == '.') {
         node = current_;
         if (!node) {
-            warn(line, "'" + spec + "' names no node, and no node was created or selected before");
+            warn(line, "'" + plugText + "' names no node, and no node was created or selected before");
             return false;
         }
-        attributeText = spec.substr(1);
+        attributeText = plugText.substr(1);
     } else {
-        size_t start = spec[0] == ':' ? 1 : 0;
-        size_t dot = spec.find('.', start);
+        size_t start = plugText[0] == ':' ? 1 : 0;
+        size_t dot = plugText.find('.', start);
         if (dot == std::string::npos) {
-            warn(line, "'" + spec + "' is no attribute");
+            warn(line, "'" + plugText + "' is no attribute");
             return false;
         }
-        node = findOrCreateDefault(std::string_view(spec).substr(0, dot), line);
+        node = findOrCreateDefault(std::string_view(plugText).substr(0, dot), line);
         if (!node) return false;
-        attributeText = spec.substr(dot + 1);
+        attributeText = plugText.substr(dot + 1);
     }
     std::string error;
     if (!parsePlugPath(node, attributeText, path, true, AttrType::Generic, &error)) {
