@@ -263,6 +263,8 @@ void defineShapes(Registry& r)
     m.add("representation", "rprt", AttrType::Enum, 3, colorSet);
     m.add("currentColorSet", "ccls", AttrType::String);
     m.add("displayColors", "dcol", AttrType::Bool);
+    m.add("castsShadows", "csh", AttrType::Bool, 1);
+    m.add("receiveShadows", "rcsh", AttrType::Bool, 1);
     mesh.readFromFile = readMeshFileValues;
 
     NodeType& curve = r.define("nurbsCurve", MFn::kNurbsCurve, "shape");

@@ -17,10 +17,23 @@ MStatus report(MStatus* status, MStatus::MStatusCode code)
     return code;
 }
 
+// A curve node that was given no data is an empty curve of degree 3.
+const NurbsCurveGeometry& emptyCurve()
+{
+    static const NurbsCurveGeometry empty = [] {
+        NurbsCurveGeometry curve;
+        curve.degree = 3;
+        return curve;
+    }();
+    return empty;
+}
+
 const NurbsCurveGeometry* geometryOf(const MObject& object)
 {
     Node* node = object.hostNode();
-    return node && node->hasFn(MFn::kNurbsCurve) ? curveGeometry(*node) : nullptr;
+    if (!node || !node->hasFn(MFn::kNurbsCurve)) return nullptr;
+    const NurbsCurveGeometry* curve = curveGeometry(*node);
+    return curve ? curve : &emptyCurve();
 }
 
 }  // namespace

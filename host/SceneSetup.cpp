@@ -73,8 +73,13 @@ static void populateNewScene(Scene& scene)
     createDefault(scene, "defaultTextureList", "defaultTextureList1");
     createDefault(scene, "objectSet", "defaultLightSet");
     createDefault(scene, "objectSet", "defaultObjectSet");
-    createDefault(scene, "lambert", "lambert1");
-    createDefault(scene, "shadingEngine", "initialShadingGroup");
+    Node* lambert = createDefault(scene, "lambert", "lambert1");
+    Node* initialShadingGroup = createDefault(scene, "shadingEngine", "initialShadingGroup");
+    // The default shader shades the default group from the start; scene files take it as given.
+    PlugPath outColor, surfaceShader;
+    if (parsePlugPath(lambert, "oc", outColor, false, AttrType::Generic, nullptr) &&
+        parsePlugPath(initialShadingGroup, "ss", surfaceShader, false, AttrType::Generic, nullptr))
+        scene.connect(lambert, outColor, initialShadingGroup, surfaceShader, nullptr);
     createDefault(scene, "shadingEngine", "initialParticleSE");
     createDefault(scene, "materialInfo", "initialMaterialInfo");
     createDefault(scene, "ikSystem", "ikSystem");

@@ -641,6 +641,8 @@ void Reader::connectAttr(const MaStatement& s)
     if (!force) {
         for (size_t c : destination->connections) {
             const Connection& existing = scene_.connections()[c];
+            // What a new scene connects between its default nodes gives way to the file.
+            if (existing.sourceNode->isDefault && destination->isDefault) continue;
             if (existing.alive && existing.destinationNode == destination && existing.destination == destinationPath &&
                 !(existing.sourceNode == source && existing.source == sourcePath)) {
                 warn(s.line, std::string(plugs[1]) + " is connected already; use -f to replace the connection");
