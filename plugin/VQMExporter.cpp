@@ -9,6 +9,7 @@
 #include "plugin/OutputPath.h"
 #include "plugin/RunState.h"
 #include "plugin/SideFiles.h"
+#include "geometry/ShapesExporter.h"
 #include "scene/SceneExporter.h"
 #include "io/PathUtilities.h"
 
@@ -74,11 +75,17 @@ MStatus VQMExporter::doIt(const MArgList& args)
 
     // Bounding volume meshes are matched to their targets once merge groups are exported.
     BoundingVolumeMap boundingVolumes;
-    (void)boundingVolumes;
 
     std::ostringstream dynamicsText;
     std::ostringstream shapesText;
     ShapeBlobList shapeBlobs;
+    if (flags.shapes) {
+        ShapesExporter shapesExporter(flags.normals, flags.colors, flags.textureCoords, flags.skinWeights,
+                                      flags.nurbsCurves, flags.binaryFiles, flags.verbose, flags.floatEpsilon);
+        status = shapesExporter.exportShapes(shapeMap, mergeGroupList, attachmentList, boundingVolumes, shapeBlobs,
+                                             shapesText);
+        if (!status) return MStatus::kFailure;
+    }
 
     MString sceneFileName;
     MGlobal::executeCommand("file -q -sceneName", sceneFileName, flags.verbose, false);

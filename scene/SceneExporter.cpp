@@ -87,22 +87,37 @@ void SceneExporter::exportNode(const MFnTransform& transform, const NodeFilterRe
 
     const std::string indent(2 * (depth + 2), ' ');
     out << indent;
-    // Shapes, merged meshes, dynamic instances, cameras, curves and lights get their own elements
-    // as their writers arrive; until then they stand in the document as plain groups, so that
-    // the tree, the ids and NodeMap are already what they will be.
-    writeTransformGroup(transform, *run_.nodes, out);
+    // Merged meshes, dynamic instances, cameras and lights get their own elements as their
+    // writers arrive; until then they stand in the document as plain groups, so that the tree,
+    // the ids and NodeMap are already what they will be.
+    const char* element = "TransformGroup";
+    MFnMesh mesh;
+    if (result.kind == ElementKind::Mesh || result.kind == ElementKind::SplitMesh) {
+        mesh.setObject(transform.child(result.shapeChild));
+        writeMeshShape(transform, mesh, result.cpuMesh, childCompoundDynamic, out);
+        element = "Shape";
+    } else if (result.kind == ElementKind::NurbsCurve) {
+        writeCurveShape(transform, MFnNurbsCurve(transform.child(result.shapeChild)), out);
+        element = "Shape";
+    } else {
+        writeTransformGroup(transform, *run_.nodes, out);
+    }
     writeElementTail(transform, *run_.nodes, out);
     if (result.transformChildren.empty()) {
         out << "/>\n";
         return;
     }
     out << ">\n";
-    for (uint32_t index : result.transformChildren) {
-        MFnTransform child(transform.child(index));
-        NodeFilterResult childResult;
-        if (filterNode(child, childResult)) exportNode(child, childResult, childCompoundDynamic, depth + 1, out);
+    if (result.kind == ElementKind::SplitMesh) {
+        exportAttachments(transform, result, mesh, childCompoundDynamic, depth + 1, out);
+    } else {
+        for (uint32_t index : result.transformChildren) {
+            MFnTransform child(transform.child(index));
+            NodeFilterResult childResult;
+            if (filterNode(child, childResult)) exportNode(child, childResult, childCompoundDynamic, depth + 1, out);
+        }
     }
-    out << indent << "</TransformGroup>\n";
+    out << indent << "</" << element << ">\n";
 }
 
 }  // namespace vqm

@@ -2,6 +2,8 @@
 // containers that tell the later stages what exists and which ids it got.
 #pragma once
 
+#include <maya/MFnMesh.h>
+#include <maya/MFnNurbsCurve.h>
 #include <maya/MFnTransform.h>
 #include <maya/MSelectionList.h>
 #include <maya/MStatus.h>
@@ -37,9 +39,17 @@ public:
                                bool withVisibility, bool withLod, bool withTransform, const MString* nameOverride);
     void writeElementTail(const MFnTransform& transform, NodeMap& nodeMap, std::ostream& out);
     void writeTransformGroup(const MFnTransform& transform, NodeMap& nodeMap, std::ostream& out);
+    // The opening of a Shape element of a mesh (kinds 1 and 3) or a NURBS curve (kind 6).
+    void writeMeshShape(const MFnTransform& transform, const MFnMesh& mesh, bool cpuMesh, bool compoundDynamic,
+                        std::ostream& out);
+    void writeCurveShape(const MFnTransform& transform, const MFnNurbsCurve& curve, std::ostream& out);
+    // The children of a mesh of kind 3, at depth: folded into one attachment shape where they can be.
+    void exportAttachments(const MFnTransform& parentTransform, const NodeFilterResult& parentResult,
+                           const MFnMesh& parentMesh, bool compoundDynamic, unsigned depth, std::ostream& out);
 
 private:
     void addPathWithAncestors(const MObject& object);
+    ShapeRecord& enterShape(const std::string& key, const MObject& object, bool isSplit, bool cpuMesh);
     bool filterChild(const MFnTransform& transform, const MString& name, const MObject& child, unsigned index,
                      NodeFilterResult& result);
 
