@@ -51,7 +51,9 @@ MStatus MFnGeometryFilter::getPathAtIndex(unsigned int index, MDagPath& path) co
     outputs.elementByLogicalIndex(index).connectedTo(far, false, true);
     for (unsigned j = 0; j < far.length(); ++j) {
         MPlug plug = far[j];
+        // Through group parts, tweaks, UV tweaks and other deformers down to the shape.
         MItDependencyGraph walk(plug, MFn::kShape, MItDependencyGraph::kDownstream);
+        walk.disablePruningOnFilter();
         if (!walk.isDone()) return MDagPath::getAPathTo(walk.currentItem(), path);
     }
     return MStatus::kInvalidParameter;
