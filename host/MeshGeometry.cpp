@@ -193,7 +193,12 @@ std::vector<std::string> MeshGeometry::validate()
             for (size_t s = 0; s < uvSets.size(); ++s) {
                 const auto& uvs = uvSets[s];
                 int uv = size_t(begin + k) < uvs.faceVertexUV.size() ? uvs.faceVertexUV[size_t(begin + k)] : -1;
-                if (uv >= int(uvs.u.size())) uv = -1;
+                if (uv >= int(uvs.u.size())) {
+                    problems.push_back("face " + std::to_string(f) + " uses UV " + std::to_string(uv) + " of " +
+                                       std::to_string(uvs.u.size()) + " in set " + std::to_string(s) +
+                                       "; that corner has no UV there");
+                    uv = -1;
+                }
                 keptUVs[s].push_back(uv);
             }
             for (size_t s = 0; s < colorSets.size(); ++s) {
