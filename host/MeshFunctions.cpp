@@ -75,8 +75,9 @@ int uvSetByName(const MeshGeometry& g, const MString* uvSet)
         int current = g.findUVSet(g.currentUVSet);
         return current >= 0 ? current : (g.uvSets.empty() ? -1 : 0);
     }
+    const std::string& wanted = uvSet->str();
     for (size_t s = 0; s < g.uvSets.size(); ++s)
-        if (uvSetName(g, s) == uvSet->str()) return int(s);
+        if (g.uvSets[s].name.empty() ? uvSetName(g, s) == wanted : g.uvSets[s].name == wanted) return int(s);
     return -1;
 }
 
@@ -474,15 +475,18 @@ MStatus MItMeshPolygon::numTriangles(int& triangles) const
 MStatus MItMeshPolygon::getTriangle(int t, MPointArray& points, MIntArray& vertexList, MSpace::Space space) const
 {
     if (t < 0 || size_t(t) * 3 + 2 >= triangles_.size() || polygon_ >= mesh_->numFaces()) return MStatus::kInvalidParameter;
-    MMatrix m = spaceMatrix(path_, space);
+    const bool world = space == MSpace::kWorld && path_.isValid();
+    const MMatrix m = world ? spaceMatrix(path_, space) : MMatrix();
     points.setLength(3);
     vertexList.setLength(3);
     for (unsigned k = 0; k < 3; ++k) {
         int vertex = mesh_->faceVertices[size_t(faceVertex(triangles_[size_t(t) * 3 + k]))];
         vertexList[k] = vertex;
         const double* p = &mesh_->points[size_t(vertex) * 3];
-        MPoint point;
-        for (int c = 0; c < 3; ++c) point[unsigned(c)] = p[0] * m.matrix[0][c] + p[1] * m.matrix[1][c] + p[2] * m.matrix[2][c] + m.matrix[3][c];
+        MPoint point(p[0], p[1], p[2]);
+        if (world)
+            for (int c = 0; c < 3; ++c)
+                point[unsigned(c)] = p[0] * m.matrix[0][c] + p[1] * m.matrix[1][c] + p[2] * m.matrix[2][c] + m.matrix[3][c];
         points[k] = point;
     }
     return MStatus::kSuccess;

@@ -274,6 +274,7 @@ void Reader::setAttr(const MaStatement& s)
     bool haveAttribute = false;
     std::string typeName;
     std::vector<std::string_view> words;
+    words.reserve(s.tokens.size());
     static const char* const valueFlags[] = {"-s", "-size", "-k", "-keyable", "-l", "-lock", "-cb", "-channelBox",
                                              "-ch", "-capacityHint", "-type", "-typ"};
     for (size_t i = 1; i < s.tokens.size(); ++i) {

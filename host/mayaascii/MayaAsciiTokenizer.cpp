@@ -9,6 +9,15 @@ static bool isBlank(char c)
     return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f' || c == '\v';
 }
 
+// What ends a word: blanks, ';' and '"'.
+static const struct WordEnds {
+    bool table[256] = {};
+    WordEnds()
+    {
+        for (unsigned char c : {' ', '\t', '\n', '\r', '\f', '\v', ';', '"'}) table[c] = true;
+    }
+} kWordEnds;
+
 void MaTokenizer::advance()
 {
     if (text_[position_] == '\n') {
@@ -32,7 +41,10 @@ void MaTokenizer::skipSpaceAndComments()
 {
     while (position_ < text_.size()) {
         char c = text_[position_];
-        if (isBlank(c)) {
+        if (c == ' ' || c == '\t') {
+            ++position_;
+            ++column_;
+        } else if (isBlank(c)) {
             advance();
         } else if (c == '/' && position_ + 1 < text_.size() && text_[position_ + 1] == '/') {
             while (position_ < text_.size() && text_[position_] != '\n') advance();
@@ -143,11 +155,14 @@ bool MaTokenizer::next(MaStatement& statement)
         if (c == '"') {
             if (!readString(statement, token)) return false;
         } else {
-            size_t start = position_;
-            while (position_ < text_.size() && !isBlank(text_[position_]) && text_[position_] != ';' &&
-                   text_[position_] != '"')
-                advance();
-            token.text = text_.substr(start, position_ - start);
+            // A word holds no line break, so only the column moves.
+            const size_t start = position_;
+            const char* data = text_.data();
+            size_t end = start;
+            while (end < text_.size() && !kWordEnds.table[static_cast<unsigned char>(data[end])]) ++end;
+            column_ += uint32_t(end - start);
+            position_ = end;
+            token.text = text_.substr(start, end - start);
         }
         statement.tokens.push_back(token);
     }
