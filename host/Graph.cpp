@@ -166,6 +166,13 @@ std::vector<Node*> Scene::nodesNamed(const std::string& name) const
     return result;
 }
 
+void Scene::visitNamed(const std::string& name, const std::function<bool(Node*)>& visit) const
+{
+    // Equal keys stand next to each other in an unordered multimap.
+    for (auto it = byName_.find(name); it != byName_.end() && it->first == name; ++it)
+        if (!visit(it->second)) return;
+}
+
 std::string Scene::uniqueName(const std::string& base) const
 {
     // Names like "pCube1" are numbered after their last non-digit.
@@ -270,26 +277,50 @@ std::string fullPathName(const NodePath& path)
     return result;
 }
 
-static bool endsWithNames(const NodePath& path, const NodePath& reference, size_t count)
+// Counts below stop at 2: a path name only needs to know whether a suffix is unique.
+static size_t pathCountCapped(const Node* node)
 {
-    if (path.size() < count) return false;
-    for (size_t i = 1; i <= count; ++i)
-        if (path[path.size() - i]->name != reference[reference.size() - i]->name) return false;
-    return true;
+    if (node->parents.empty()) return node->type->apiType == MFn::kWorld ? 1 : 0;
+    size_t count = 0;
+    for (const Node* parent : node->parents) {
+        count += pathCountCapped(parent);
+        if (count >= 2) return 2;
+    }
+    return count;
+}
+
+// Ways down from the node through children named like path[next..].
+static size_t descentCountCapped(const Node* node, const NodePath& path, size_t next)
+{
+    if (next == path.size()) return 1;
+    size_t count = 0;
+    for (const Node* child : node->children) {
+        if (child->name != path[next]->name) continue;
+        count += descentCountCapped(child, path, next + 1);
+        if (count >= 2) return 2;
+    }
+    return count;
+}
+
+// How many DAG paths end in the names of the path's last k nodes, up to 2. Counted from the nodes
+// named like the first of them, so that a name many nodes share costs little.
+static size_t suffixMatchesCapped(const NodePath& path, size_t k)
+{
+    size_t first = path.size() - k;
+    size_t count = 0;
+    path.back()->scene.visitNamed(path[first]->name, [&](Node* top) {
+        size_t above = pathCountCapped(top);
+        if (above) count += above * descentCountCapped(top, path, first + 1);
+        return count < 2;
+    });
+    return count;
 }
 
 std::string partialPathName(const NodePath& path)
 {
     if (path.empty()) return std::string();
-    Node* leaf = path.back();
-    std::vector<NodePath> rivals;
-    for (Node* n : leaf->scene.nodesNamed(leaf->name))
-        for (NodePath& p : allPathsTo(n)) rivals.push_back(std::move(p));
     for (size_t k = 1; k <= path.size(); ++k) {
-        size_t matches = 0;
-        for (const NodePath& p : rivals)
-            if (endsWithNames(p, path, k)) ++matches;
-        if (matches <= 1) {
+        if (suffixMatchesCapped(path, k) <= 1) {
             std::string result;
             for (size_t i = path.size() - k; i < path.size(); ++i) {
                 if (!result.empty()) result += '|';

@@ -168,6 +168,8 @@ public:
     // A name not taken yet: base, or base followed by the first free number.
     std::string uniqueName(const std::string& base) const;
     std::vector<Node*> nodesNamed(const std::string& name) const;
+    // Visits the nodes of that name, in no particular order, until visit gives back false.
+    void visitNamed(const std::string& name, const std::function<bool(Node*)>& visit) const;
     void rename(Node* node, const std::string& name);
 
     // DAG edits. addChild appends; the child keeps its other parents (instancing).
