@@ -107,7 +107,7 @@ createNode materialInfo -n "materialInfo1";
 	rename -uid "3C2F5A10-4B1E-8F2A-11D0-6A2F0E3B7C52";
 createNode file -n "crateFile";
 	rename -uid "3C2F5A10-4B1E-8F2A-11D0-6A2F0E3B7C53";
-	setAttr ".ftn" -type "string" "sourceimages/crate_diffuse.png";
+	setAttr ".ftn" -type "string" "crate_diffuse.png";
 	setAttr ".cs" -type "string" "sRGB";
 createNode place2dTexture -n "place2dTexture1";
 	rename -uid "3C2F5A10-4B1E-8F2A-11D0-6A2F0E3B7C54";

@@ -256,6 +256,7 @@ void defineShapes(Registry& r)
     Attribute* uvSet = m.array(m.compound("uvSet", "uvst"));
     m.add("uvSetName", "uvsn", AttrType::String, 0, uvSet);
     m.array(m.numeric("uvSetPoints", "uvsp", AttrType::Float, {{"uvPointsU", "uvpu"}, {"uvPointsV", "uvpv"}}, 0, uvSet));
+    m.add("uvSetTweakLocation", "uvtw", AttrType::Generic, 0, uvSet);
     m.add("currentUVSet", "cuvs", AttrType::String);
     Attribute* colorSet = m.array(m.compound("colorSet", "clst"));
     m.add("colorName", "clsn", AttrType::String, 0, colorSet);

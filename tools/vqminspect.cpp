@@ -77,6 +77,7 @@ int main(int argc, char** argv)
     if (!quiet) {
         printf("document %s: name \"%s\", version %s\n", documentPath.c_str(), document.name.c_str(), document.version.c_str());
         for (const auto& section : document.sectionElements) printf("  %s: %u elements\n", section.first.c_str(), section.second);
+        if (!document.sceneElements.empty()) printf("  in the Scene, all levels:\n");
         for (const auto& element : document.sceneElements) printf("    %s: %u\n", element.first.c_str(), element.second);
     }
     ShapesFileSummary shapes;

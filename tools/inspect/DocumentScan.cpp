@@ -129,7 +129,7 @@ bool scanDocument(const std::string& text, DocumentSummary& out, std::vector<std
                 if (const std::string* external = attribute(tag, "externalAnimFile")) out.externalAnimFile = *external;
         } else {
             const std::string& section = open[1];
-            ++out.sectionElements[section];
+            if (open.size() == 2) ++out.sectionElements[section];
             uint32_t id;
             if (section == "Scene") {
                 ++out.sceneElements[tag.name];

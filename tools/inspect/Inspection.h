@@ -50,7 +50,7 @@ void decodeAnimationBody(const uint8_t* data, size_t size, AnimationSummary& out
 
 struct DocumentSummary {
     std::string name, version;
-    std::map<std::string, unsigned> sectionElements;   // section name -> elements inside it
+    std::map<std::string, unsigned> sectionElements;   // section name -> elements directly inside it
     std::map<std::string, unsigned> sceneElements;     // element name -> count, in the Scene section
     std::vector<uint32_t> sceneShapeIds;               // shapeId of Scene elements
     std::set<uint32_t> shapeIds;                       // shapeId of Shapes elements
