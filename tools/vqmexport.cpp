@@ -4,6 +4,7 @@
 #include <maya/MSelectionList.h>
 
 #include "Session.h"
+#include "io/Logger.h"
 #include "mayaascii/MayaAsciiReader.h"
 
 #include <cstdio>
@@ -27,10 +28,26 @@ const char* const kUsage =
     "  --source-images DIR    the workspace's source images rule (default: sourceimages)\n"
     "  --select NAME          select a node before the export (repeatable; for -sel)\n"
     "  --quiet                print no info lines, only warnings and errors\n"
+    "  --verbose              also print the file layer's log (as the command's -v does)\n"
     "  -h, --help             print this help\n"
     "\n"
     "exit status: 0 when the export succeeded, 1 when the command failed, 2 when the scene or\n"
     "the plug-in could not be loaded or the arguments are wrong.\n";
+
+// In verbose mode the file layer's log reaches the user: problems with files the export opens.
+class StandardLogSink : public vqm::LogSink {
+public:
+    void onInfo(const char* text, size_t length) override { print(stdout, "log: ", text, length); }
+    void onWarning(const char* text, size_t length) override { print(stderr, "log: ", text, length); }
+    void onError(const char* text, size_t length) override { print(stderr, "log: ", text, length); }
+
+private:
+    static void print(FILE* out, const char* prefix, const char* text, size_t length)
+    {
+        while (length > 0 && (text[length - 1] == '\n' || text[length - 1] == '\0')) --length;
+        fprintf(out, "%s%.*s\n", prefix, int(length), text);
+    }
+};
 
 std::string directoryOfProgram(const char* argv0)
 {
@@ -69,7 +86,7 @@ int main(int argc, char** argv)
 {
     std::string plugin, workspace, sourceImages, scene;
     std::vector<std::string> selection, commandArgs;
-    bool quiet = false;
+    bool quiet = false, verbose = false;
     int i = 1;
     for (; i < argc; ++i) {
         std::string a = argv[i];
@@ -93,6 +110,8 @@ int main(int argc, char** argv)
             selection.push_back(value("--select"));
         } else if (a == "--quiet") {
             quiet = true;
+        } else if (a == "--verbose") {
+            verbose = true;
         } else if (a.compare(0, 2, "--") == 0) {
             fprintf(stderr, "vqmexport: unknown option %s\n%s", a.c_str(), kUsage);
             return 2;
@@ -102,7 +121,10 @@ int main(int argc, char** argv)
             break;
         }
     }
-    for (; i < argc; ++i) commandArgs.push_back(argv[i]);
+    for (; i < argc; ++i) {
+        commandArgs.push_back(argv[i]);
+        verbose = verbose || commandArgs.back() == "-v" || commandArgs.back() == "-verbose";
+    }
     if (scene.empty()) {
         fprintf(stderr, "vqmexport: no scene file given\n%s", kUsage);
         return 2;
@@ -148,8 +170,11 @@ int main(int argc, char** argv)
 
     std::string command = "VQMExporter";
     for (const std::string& a : commandArgs) command += " " + quoted(a);
+    StandardLogSink logSink;
+    if (verbose) vqm::Logger::getInstance().addSink(&logSink);
     MStatus status = MGlobal::executeCommand(MString(command));
     vqmhost::unloadAllPlugins();
+    if (verbose) vqm::Logger::getInstance().removeSink(&logSink);
     if (!status) {
         fprintf(stderr, "vqmexport: the export failed\n");
         return 1;
