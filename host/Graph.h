@@ -81,12 +81,24 @@ struct Connection {
     bool alive = true;
 };
 
+// A run of words of a scene file, seen in place.
+struct WordSpan {
+    const std::string_view* first = nullptr;
+    size_t count = 0;
+
+    size_t size() const { return count; }
+    bool empty() const { return count == 0; }
+    const std::string_view& operator[](size_t i) const { return first[i]; }
+    const std::string_view* begin() const { return first; }
+    const std::string_view* end() const { return first + count; }
+};
+
 // Values of one setAttr in a scene file, for types that read their data themselves (meshes,
 // curves): the words after the attribute, with the file's units.
 struct FileValues {
     std::string typeName;                  // the -type of the statement, empty when none
     int rangeStart = -1, rangeEnd = -1;    // the index range of the last indexed step, if any
-    const std::vector<std::string_view>* words = nullptr;
+    const WordSpan* words = nullptr;
     double linearScale = 1.0;              // file unit to centimetres
     double angularScale = 1.0;             // file unit to radians
     std::string* error = nullptr;          // why the values were refused

@@ -3,6 +3,7 @@
 #include "Graph.h"
 #include "MeshGeometry.h"
 #include "MeshNodes.h"
+#include "mayaascii/MayaAsciiNumber.h"
 
 #include <charconv>
 #include <string_view>
@@ -10,23 +11,6 @@
 namespace vqmhost {
 
 namespace {
-
-bool toNumber(std::string_view word, double& value)
-{
-    if (word == "yes" || word == "on" || word == "true") {
-        value = 1.0;
-        return true;
-    }
-    if (word == "no" || word == "off" || word == "false") {
-        value = 0.0;
-        return true;
-    }
-    const char* begin = word.data();
-    const char* end = begin + word.size();
-    if (begin != end && *begin == '+') ++begin;
-    auto result = std::from_chars(begin, end, value);
-    return result.ec == std::errc() && result.ptr == end && begin != end;
-}
 
 bool toInt(std::string_view word, int& value)
 {
@@ -69,7 +53,7 @@ int readTuples(const PlugPath& path, const FileValues& values, size_t step, int 
     if (target.size() < size_t(end + 1) * size_t(width)) target.resize(size_t(end + 1) * size_t(width), T(0));
     for (size_t i = 0; i < count * size_t(width); ++i) {
         double value;
-        if (!toNumber(words[i], value)) {
+        if (!parseMayaAsciiNumber(words[i], value)) {
             *values.error = "'" + std::string(words[i]) + "' is no number";
             return -1;
         }
@@ -105,6 +89,7 @@ int readFaces(const FileValues& values, MeshGeometry& mesh)
     int face = -1;       // the face being read, as it will be numbered
     bool keep = false;   // whether that face is kept
     int holes = 0, dropped = 0;
+    std::vector<int> vertices, edgeRefs, indices;  // of one entry, reused
     auto readInt = [&](int& out) {
         if (i >= words.size() || !toInt(words[i], out)) return false;
         ++i;
@@ -119,7 +104,8 @@ int readFaces(const FileValues& values, MeshGeometry& mesh)
                 return -1;
             }
             keep = n >= 3;
-            std::vector<int> vertices, edgeRefs;
+            vertices.clear();
+            edgeRefs.clear();
             for (int k = 0; k < n; ++k) {
                 int ref;
                 if (!readInt(ref)) {
@@ -157,7 +143,7 @@ int readFaces(const FileValues& values, MeshGeometry& mesh)
                 problems = "a '" + std::string(keyword) + "' entry is cut short";
                 return -1;
             }
-            std::vector<int> indices(static_cast<size_t>(n), 0);
+            indices.assign(static_cast<size_t>(n), 0);
             for (int k = 0; k < n; ++k)
                 if (!readInt(indices[size_t(k)])) {
                     problems = "a '" + std::string(keyword) + "' entry holds a bad index";

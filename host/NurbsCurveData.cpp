@@ -1,33 +1,12 @@
 // Reading the "nurbsCurve" data of a scene file: "degree spans form rational dimension",
 // the knot count and knots, the control point count and the points (x y [z] [w]).
 #include "NurbsCurveData.h"
+#include "mayaascii/MayaAsciiNumber.h"
 
-#include <charconv>
 #include <memory>
 #include <string_view>
 
 namespace vqmhost {
-
-namespace {
-
-bool toNumber(std::string_view word, double& value)
-{
-    if (word == "yes" || word == "on" || word == "true") {
-        value = 1.0;
-        return true;
-    }
-    if (word == "no" || word == "off" || word == "false") {
-        value = 0.0;
-        return true;
-    }
-    const char* begin = word.data();
-    const char* end = begin + word.size();
-    if (begin != end && *begin == '+') ++begin;
-    auto result = std::from_chars(begin, end, value);
-    return result.ec == std::errc() && result.ptr == end && begin != end;
-}
-
-}  // namespace
 
 const NurbsCurveGeometry* curveGeometry(const Node& curve)
 {
@@ -41,7 +20,7 @@ int readCurveFileValues(Node& node, const PlugPath& path, const FileValues& valu
     const auto& words = *values.words;
     size_t i = 0;
     auto next = [&](double& value) {
-        if (i >= words.size() || !toNumber(words[i], value)) return false;
+        if (i >= words.size() || !parseMayaAsciiNumber(words[i], value)) return false;
         ++i;
         return true;
     };

@@ -7,9 +7,9 @@
 #include "../HostData.h"
 #include "../Session.h"
 #include "../TransformNodes.h"
+#include "MayaAsciiNumber.h"
 #include "MayaAsciiTokenizer.h"
 
-#include <charconv>
 #include <cmath>
 #include <fstream>
 #include <sstream>
@@ -17,24 +17,6 @@
 
 namespace vqmhost {
 namespace {
-
-bool parseNumber(std::string_view text, double& value)
-{
-    if (text.empty()) return false;
-    if (text == "yes" || text == "on" || text == "true") {
-        value = 1.0;
-        return true;
-    }
-    if (text == "no" || text == "off" || text == "false") {
-        value = 0.0;
-        return true;
-    }
-    const char* begin = text.data();
-    const char* end = begin + text.size();
-    if (*begin == '+') ++begin;
-    auto result = std::from_chars(begin, end, value);
-    return result.ec == std::errc() && result.ptr == end;
-}
 
 double linearUnitInCm(std::string_view name)
 {
@@ -87,7 +69,7 @@ private:
     void currentUnit(const MaStatement& s);
     void lockNode(const MaStatement& s);
 
-    bool storeValues(Node* node, PlugPath path, const std::vector<std::string_view>& words, size_t& position,
+    bool storeValues(Node* node, PlugPath path, const WordSpan& words, size_t& position,
                      const std::string& typeName, std::string& error);
 
     Scene& scene_;
@@ -188,7 +170,7 @@ bool Reader::resolvePlug(std::string_view text, uint32_t line, Node*& node, Plug
 
 void Reader::apply(const MaStatement& s)
 {
-    std::string_view command = s.tokens[0].text;
+    std::string_view command = s.words[0];
     if (command == "createNode") createNode(s);
     else if (command == "setAttr") setAttr(s);
     else if (command == "addAttr") addAttr(s);
@@ -202,7 +184,7 @@ void Reader::apply(const MaStatement& s)
              command == "dataStructure") {
         // Plug-in requirements, file information and light links do not change what is exported.
     } else if (command == "file") {
-        std::string target = s.tokens.size() > 1 ? std::string(s.tokens.back().text) : std::string();
+        std::string target = s.size() > 1 ? std::string(s.words.back()) : std::string();
         warn(s.line, "scene references are not loaded; skipping the reference to '" + target + "'");
     } else {
         warn(s.line, "skipping the command '" + std::string(command) + "', which the reader does not know");
@@ -213,12 +195,13 @@ void Reader::createNode(const MaStatement& s)
 {
     std::string_view typeName, name, parentName;
     bool shared = false;
-    for (size_t i = 1; i < s.tokens.size(); ++i) {
-        std::string_view t = s.tokens[i].text;
-        if (!s.tokens[i].quoted && (t == "-n" || t == "-name") && i + 1 < s.tokens.size()) name = s.tokens[++i].text;
-        else if (!s.tokens[i].quoted && (t == "-p" || t == "-parent") && i + 1 < s.tokens.size()) parentName = s.tokens[++i].text;
-        else if (!s.tokens[i].quoted && (t == "-s" || t == "-shared")) shared = true;
-        else if (!s.tokens[i].quoted && (t == "-ss" || t == "-skipSelect")) {}
+    for (size_t i = 1; i < s.size(); ++i) {
+        std::string_view t = s.words[i];
+        const bool quoted = s.quoted[i] != 0;
+        if (!quoted && (t == "-n" || t == "-name") && i + 1 < s.size()) name = s.words[++i];
+        else if (!quoted && (t == "-p" || t == "-parent") && i + 1 < s.size()) parentName = s.words[++i];
+        else if (!quoted && (t == "-s" || t == "-shared")) shared = true;
+        else if (!quoted && (t == "-ss" || t == "-skipSelect")) {}
         else if (typeName.empty()) typeName = t;
     }
     current_ = nullptr;
@@ -273,19 +256,21 @@ void Reader::setAttr(const MaStatement& s)
     std::string_view attributeText;
     bool haveAttribute = false;
     std::string typeName;
-    std::vector<std::string_view> words;
-    words.reserve(s.tokens.size());
+    // The values are seen in place when no flag stands between them, else gathered.
+    std::vector<std::string_view> gathered;
+    size_t firstValue = 0, valueCount = 0;
+    bool contiguous = true;
     static const char* const valueFlags[] = {"-s", "-size", "-k", "-keyable", "-l", "-lock", "-cb", "-channelBox",
                                              "-ch", "-capacityHint", "-type", "-typ"};
-    for (size_t i = 1; i < s.tokens.size(); ++i) {
-        const MaToken& t = s.tokens[i];
+    for (size_t i = 1; i < s.size(); ++i) {
+        const MaToken t = s.token(i);
         double ignored;
-        bool isFlag = !t.quoted && t.text.size() > 1 && t.text[0] == '-' && !parseNumber(t.text, ignored);
+        bool isFlag = !t.quoted && t.text.size() > 1 && t.text[0] == '-' && !parseMayaAsciiNumber(t.text, ignored);
         if (isFlag) {
             bool takesValue = false;
             for (const char* f : valueFlags) takesValue = takesValue || t.text == f;
-            if (takesValue && i + 1 < s.tokens.size()) {
-                if (t.text == "-type" || t.text == "-typ") typeName = std::string(s.tokens[i + 1].text);
+            if (takesValue && i + 1 < s.size()) {
+                if (t.text == "-type" || t.text == "-typ") typeName = std::string(s.words[i + 1]);
                 ++i;
             }
             continue;
@@ -294,9 +279,18 @@ void Reader::setAttr(const MaStatement& s)
             attributeText = t.text;
             haveAttribute = true;
         } else {
-            words.push_back(t.text);
+            if (valueCount == 0) {
+                firstValue = i;
+            } else if (contiguous && i != firstValue + valueCount) {
+                contiguous = false;
+                gathered.assign(s.words.begin() + long(firstValue), s.words.begin() + long(firstValue + valueCount));
+            }
+            if (!contiguous) gathered.push_back(t.text);
+            ++valueCount;
         }
     }
+    const WordSpan words = contiguous ? WordSpan{s.words.data() + firstValue, valueCount}
+                                      : WordSpan{gathered.data(), gathered.size()};
     if (!haveAttribute) {
         warn(s.line, "setAttr names no attribute");
         return;
@@ -309,8 +303,8 @@ void Reader::setAttr(const MaStatement& s)
     if (!range.empty()) {
         size_t colon = range.find(':');
         double a, b;
-        if (!parseNumber(std::string_view(range).substr(0, colon), a) ||
-            !parseNumber(std::string_view(range).substr(colon + 1), b) || a < 0 || b < a || b > 0x7fffffff) {
+        if (!parseMayaAsciiNumber(std::string_view(range).substr(0, colon), a) ||
+            !parseMayaAsciiNumber(std::string_view(range).substr(colon + 1), b) || a < 0 || b < a || b > 0x7fffffff) {
             warn(s.line, "bad index range [" + range + "]");
             return;
         }
@@ -352,7 +346,7 @@ void Reader::setAttr(const MaStatement& s)
         if (rangeStep >= 0) path[size_t(rangeStep)].index = rangeStart + n;
         if (generic) {
             // An attribute the type table does not know: share the words out evenly.
-            std::vector<std::string_view> part(words.begin() + long(position), words.begin() + long(position + perElement));
+            const WordSpan part{words.begin() + position, perElement};
             size_t p = 0;
             position += perElement;
             if (!storeValues(node, path, part, p, typeName, error)) break;
@@ -363,7 +357,7 @@ void Reader::setAttr(const MaStatement& s)
     if (!error.empty()) warn(s.line, node->name + "." + std::string(attributeText.substr(attributeText[0] == '.')) + ": " + error);
 }
 
-bool Reader::storeValues(Node* node, PlugPath path, const std::vector<std::string_view>& words, size_t& position,
+bool Reader::storeValues(Node* node, PlugPath path, const WordSpan& words, size_t& position,
                          const std::string& typeName, std::string& error)
 {
     const Attribute* a = path.back().attribute;
@@ -383,7 +377,7 @@ bool Reader::storeValues(Node* node, PlugPath path, const std::vector<std::strin
     if (a->isNumeric()) {
         double number;
         if (!need(1)) return false;
-        if (!parseNumber(words[position], number)) {
+        if (!parseMayaAsciiNumber(words[position], number)) {
             error = "'" + std::string(words[position]) + "' is no number";
             return false;
         }
@@ -426,7 +420,7 @@ bool Reader::storeValues(Node* node, PlugPath path, const std::vector<std::strin
         v.kind = Value::Numbers;
         v.numbers.resize(16);
         for (int i = 0; i < 16; ++i)
-            if (!parseNumber(words[position++], v.numbers[size_t(i)])) {
+            if (!parseMayaAsciiNumber(words[position++], v.numbers[size_t(i)])) {
                 error = "a matrix needs 16 numbers";
                 return false;
             }
@@ -447,7 +441,7 @@ bool Reader::storeValues(Node* node, PlugPath path, const std::vector<std::strin
         }
         std::vector<double> numbers;
         size_t p = position;
-        for (double number; p < words.size() && parseNumber(words[p], number); ++p) numbers.push_back(number);
+        for (double number; p < words.size() && parseMayaAsciiNumber(words[p], number); ++p) numbers.push_back(number);
         if (p == words.size() && !numbers.empty()) {
             position = p;
             if (numbers.size() == 1) {
@@ -502,8 +496,8 @@ void Reader::addAttr(const MaStatement& s)
     std::string longName, shortName, attributeType, dataType, parentName, enumNames, nodeName;
     double defaultValue = 0.0, minValue = 0.0, maxValue = 0.0;
     bool hasDefault = false, hasMin = false, hasMax = false, multi = false, keyable = false;
-    for (size_t i = 1; i < s.tokens.size(); ++i) {
-        const MaToken& t = s.tokens[i];
+    for (size_t i = 1; i < s.size(); ++i) {
+        const MaToken t = s.token(i);
         if (t.quoted || t.text.size() < 2 || t.text[0] != '-') {
             nodeName = std::string(t.text);
             continue;
@@ -512,17 +506,17 @@ void Reader::addAttr(const MaStatement& s)
         for (const char* f : valueFlags) takesValue = takesValue || t.text == f;
         std::string flag(t.text);
         if (flag == "-m" || flag == "-multi") multi = true;
-        if (!takesValue || i + 1 >= s.tokens.size()) continue;
-        std::string_view value = s.tokens[++i].text;
+        if (!takesValue || i + 1 >= s.size()) continue;
+        std::string_view value = s.words[++i];
         if (flag == "-ln") longName = std::string(value);
         else if (flag == "-sn") shortName = std::string(value);
         else if (flag == "-at") attributeType = std::string(value);
         else if (flag == "-dt") dataType = std::string(value);
         else if (flag == "-p") parentName = std::string(value);
         else if (flag == "-en") enumNames = std::string(value);
-        else if (flag == "-dv") hasDefault = parseNumber(value, defaultValue);
-        else if (flag == "-min") hasMin = parseNumber(value, minValue);
-        else if (flag == "-max") hasMax = parseNumber(value, maxValue);
+        else if (flag == "-dv") hasDefault = parseMayaAsciiNumber(value, defaultValue);
+        else if (flag == "-min") hasMin = parseMayaAsciiNumber(value, minValue);
+        else if (flag == "-max") hasMax = parseMayaAsciiNumber(value, maxValue);
         else if (flag == "-k") keyable = value == "true" || value == "1" || value == "on" || value == "yes";
     }
     Node* node = nodeName.empty() ? current_ : findNode(nodeName, s.line);
@@ -606,11 +600,11 @@ void Reader::connectAttr(const MaStatement& s)
 {
     std::vector<std::string_view> plugs;
     bool nextAvailable = false, force = false;
-    for (size_t i = 1; i < s.tokens.size(); ++i) {
-        const MaToken& t = s.tokens[i];
+    for (size_t i = 1; i < s.size(); ++i) {
+        const MaToken t = s.token(i);
         if (!t.quoted && (t.text == "-na" || t.text == "-nextAvailable")) nextAvailable = true;
         else if (!t.quoted && (t.text == "-f" || t.text == "-force")) force = true;
-        else if (!t.quoted && (t.text == "-l" || t.text == "-lock") && i + 1 < s.tokens.size()) ++i;
+        else if (!t.quoted && (t.text == "-l" || t.text == "-lock") && i + 1 < s.size()) ++i;
         else if (!t.quoted && t.text.size() > 1 && t.text[0] == '-') {}
         else plugs.push_back(t.text);
     }
@@ -665,8 +659,8 @@ void Reader::parent(const MaStatement& s)
 {
     std::vector<std::string_view> names;
     bool add = false, toWorld = false;
-    for (size_t i = 1; i < s.tokens.size(); ++i) {
-        const MaToken& t = s.tokens[i];
+    for (size_t i = 1; i < s.size(); ++i) {
+        const MaToken t = s.token(i);
         if (!t.quoted && t.text.size() > 1 && t.text[0] == '-') {
             if (t.text == "-add" || t.text == "-addObject") add = true;
             if (t.text == "-w" || t.text == "-world") toWorld = true;
@@ -703,8 +697,8 @@ void Reader::select(const MaStatement& s)
 {
     bool noExpand = false, addToSelection = false;
     std::vector<std::string_view> names;
-    for (size_t i = 1; i < s.tokens.size(); ++i) {
-        const MaToken& t = s.tokens[i];
+    for (size_t i = 1; i < s.size(); ++i) {
+        const MaToken t = s.token(i);
         if (!t.quoted && t.text.size() > 1 && t.text[0] == '-') {
             if (t.text == "-ne" || t.text == "-noExpand") noExpand = true;
             if (t.text == "-add" || t.text == "-af") addToSelection = true;
@@ -725,8 +719,8 @@ void Reader::select(const MaStatement& s)
 void Reader::rename(const MaStatement& s)
 {
     std::vector<std::string_view> names;
-    for (size_t i = 1; i < s.tokens.size(); ++i) {
-        const MaToken& t = s.tokens[i];
+    for (size_t i = 1; i < s.size(); ++i) {
+        const MaToken t = s.token(i);
         if (!t.quoted && (t.text == "-uid" || t.text == "-uuid")) {
             ++i;  // node ids do not matter to the export
             continue;
@@ -742,8 +736,8 @@ void Reader::rename(const MaStatement& s)
 
 void Reader::currentUnit(const MaStatement& s)
 {
-    for (size_t i = 1; i + 1 < s.tokens.size(); ++i) {
-        std::string_view flag = s.tokens[i].text, value = s.tokens[i + 1].text;
+    for (size_t i = 1; i + 1 < s.size(); ++i) {
+        std::string_view flag = s.words[i], value = s.words[i + 1];
         if (flag == "-l" || flag == "-linear") {
             double cm = linearUnitInCm(value);
             if (cm > 0.0) {
@@ -774,8 +768,8 @@ void Reader::currentUnit(const MaStatement& s)
 void Reader::lockNode(const MaStatement& s)
 {
     bool lock = true;
-    for (size_t i = 1; i + 1 < s.tokens.size(); ++i)
-        if (s.tokens[i].text == "-l" || s.tokens[i].text == "-lock") lock = s.tokens[i + 1].text != "0" && s.tokens[i + 1].text != "off";
+    for (size_t i = 1; i + 1 < s.size(); ++i)
+        if (s.words[i] == "-l" || s.words[i] == "-lock") lock = s.words[i + 1] != "0" && s.words[i + 1] != "off";
     if (current_) current_->locked = lock;
 }
 
@@ -820,13 +814,35 @@ bool readMayaAsciiFile(const std::string& path, std::string& error)
         error = path + ": cannot open the scene file";
         return false;
     }
-    std::ostringstream content;
-    content << in.rdbuf();
+    // Read in one piece when the size is known (a regular file), else as a stream.
+    std::string content;
+    in.seekg(0, std::ios::end);
+    const std::streamoff size = in.tellg();
+    in.seekg(0, std::ios::beg);
+    if (size > 0 && in) {
+        content.resize(size_t(size));
+        in.read(&content[0], size);
+        if (in.gcount() != size) {
+            content.resize(size_t(in.gcount()));
+            if (!in.bad()) {
+                in.clear();
+                std::ostringstream rest;
+                rest << in.rdbuf();
+                content += rest.str();
+            }
+        }
+    } else {
+        in.clear();
+        in.seekg(0, std::ios::beg);
+        std::ostringstream whole;
+        whole << in.rdbuf();
+        content = whole.str();
+    }
     if (in.bad()) {
         error = path + ": cannot read the scene file";
         return false;
     }
-    return readMayaAsciiText(content.str(), absoluteScenePath(path), error);
+    return readMayaAsciiText(content, absoluteScenePath(path), error);
 }
 
 }  // namespace vqmhost

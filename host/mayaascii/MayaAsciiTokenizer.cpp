@@ -133,7 +133,8 @@ bool MaTokenizer::readString(MaStatement& statement, MaToken& token)
 
 bool MaTokenizer::next(MaStatement& statement)
 {
-    statement.tokens.clear();
+    statement.words.clear();
+    statement.quoted.clear();
     statement.storage.clear();
     if (failed()) return false;
     skipSpaceAndComments();
@@ -149,11 +150,11 @@ bool MaTokenizer::next(MaStatement& statement)
             advance();
             break;
         }
-        MaToken token;
-        token.line = line_;
-        token.column = column_;
         if (c == '"') {
+            MaToken token;
             if (!readString(statement, token)) return false;
+            statement.words.push_back(token.text);
+            statement.quoted.push_back(1);
         } else {
             // A word holds no line break, so only the column moves.
             const size_t start = position_;
@@ -162,17 +163,17 @@ bool MaTokenizer::next(MaStatement& statement)
             while (end < text_.size() && !kWordEnds.table[static_cast<unsigned char>(data[end])]) ++end;
             column_ += uint32_t(end - start);
             position_ = end;
-            token.text = text_.substr(start, end - start);
+            statement.words.push_back(text_.substr(start, end - start));
+            statement.quoted.push_back(0);
         }
-        statement.tokens.push_back(token);
     }
-    if (statement.tokens.empty()) return next(statement);  // a lone ';'
-    const MaToken& command = statement.tokens[0];
+    if (statement.words.empty()) return next(statement);  // a lone ';'
+    const MaToken command = statement.token(0);
     bool identifier = !command.quoted && !command.text.empty() &&
                       (isalpha((unsigned char)command.text[0]) || command.text[0] == '_');
     for (char ch : command.text) identifier = identifier && (isalnum((unsigned char)ch) || ch == '_');
     if (!identifier)
-        return fail("expected a command name, found '" + std::string(command.text) + "'", command.line, command.column);
+        return fail("expected a command name, found '" + std::string(command.text) + "'", statement.line, statement.column);
     return true;
 }
 

@@ -12,15 +12,20 @@ namespace vqmhost {
 struct MaToken {
     std::string_view text;  // unescaped; strings joined by '+' are one token
     bool quoted = false;
-    uint32_t line = 0;
-    uint32_t column = 0;
 };
 
+// The tokens of a statement, kept as two parallel lists so that a long run of values can be
+// handed on as a run of words without copying. The command is the first token; it starts at the
+// statement's line and column.
 struct MaStatement {
-    std::vector<MaToken> tokens;
-    std::deque<std::string> storage;  // text of strings that needed unescaping or joining
+    std::vector<std::string_view> words;  // the text of each token
+    std::vector<char> quoted;             // per token: whether it was a string
+    std::deque<std::string> storage;      // text of strings that needed unescaping or joining
     uint32_t line = 0;
     uint32_t column = 0;
+
+    size_t size() const { return words.size(); }
+    MaToken token(size_t i) const { return MaToken{words[i], quoted[i] != 0}; }
 };
 
 class MaTokenizer {
