@@ -423,7 +423,11 @@ MStatus MItMeshPolygon::reset()
 void MItMeshPolygon::triangulateCurrent()
 {
     triangles_.clear();
-    if (polygon_ < mesh_->numFaces()) mesh_->triangulate(polygon_, triangles_);
+    if (polygon_ < mesh_->numFaces()) {
+        const std::vector<int>& offsets = mesh_->triangleOffsets();
+        const int* corners = mesh_->triangleCorners().data();
+        triangles_.assign(corners + offsets[size_t(polygon_)], corners + offsets[size_t(polygon_) + 1]);
+    }
 }
 
 unsigned int MItMeshPolygon::index(MStatus* status) const
@@ -540,10 +544,12 @@ MStatus MItMeshPolygon::getUVIndex(int local, int& uvIndex, const MString* uvSet
 
 MStatus MItMeshPolygon::getUV(int local, float2& uv, const MString* uvSet) const
 {
-    int index;
-    MStatus status = getUVIndex(local, index, uvSet);
-    if (!status) return status;
-    const auto& uvs = mesh_->uvSets[size_t(uvSetIndex(uvSet))];
+    // As getUVIndex, with the set looked up once.
+    int fv = faceVertex(local), set = uvSetIndex(uvSet);
+    if (fv < 0 || set < 0) return MStatus::kInvalidParameter;
+    const auto& uvs = mesh_->uvSets[size_t(set)];
+    int index = uvs.faceVertexUV[size_t(fv)];
+    if (index < 0) return MStatus::kFailure;
     uv[0] = uvs.u[size_t(index)];
     uv[1] = uvs.v[size_t(index)];
     return MStatus::kSuccess;

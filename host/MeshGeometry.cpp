@@ -2,6 +2,7 @@
 // triangulation of faces.
 #include "MeshGeometry.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numeric>
 
@@ -99,6 +100,45 @@ const std::vector<float>& MeshGeometry::faceVertexNormals() const
 
 void MeshGeometry::triangulate(int face, std::vector<int>& localCorners) const
 {
+    std::vector<double> xs, ys;
+    std::vector<int> ring;
+    triangulate(face, localCorners, xs, ys, ring);
+}
+
+void MeshGeometry::computeTriangles() const
+{
+    triangleCache_.computed = true;
+    std::vector<int>& offsets = triangleCache_.offsets;
+    std::vector<int>& corners = triangleCache_.corners;
+    offsets.assign(1, 0);
+    offsets.reserve(size_t(numFaces()) + 1);
+    corners.clear();
+    corners.reserve(size_t(std::max(numFaceVertices() - 2 * numFaces(), 0)) * 3);
+    std::vector<int> face;
+    std::vector<double> xs, ys;
+    std::vector<int> ring;
+    for (int f = 0; f < numFaces(); ++f) {
+        triangulate(f, face, xs, ys, ring);
+        corners.insert(corners.end(), face.begin(), face.end());
+        offsets.push_back(int(corners.size()));
+    }
+}
+
+const std::vector<int>& MeshGeometry::triangleOffsets() const
+{
+    if (!triangleCache_.computed) computeTriangles();
+    return triangleCache_.offsets;
+}
+
+const std::vector<int>& MeshGeometry::triangleCorners() const
+{
+    if (!triangleCache_.computed) computeTriangles();
+    return triangleCache_.corners;
+}
+
+void MeshGeometry::triangulate(int face, std::vector<int>& localCorners, std::vector<double>& xs,
+                               std::vector<double>& ys, std::vector<int>& ring) const
+{
     localCorners.clear();
     const int count = faceSize(face);
     if (count < 3) return;
@@ -114,9 +154,8 @@ void MeshGeometry::triangulate(int face, std::vector<int>& localCorners) const
     int ax = drop == 0 ? 1 : 0, ay = drop == 2 ? 1 : 2;
     // The 2D cross product measures along ax x ay, which is -y when y is dropped.
     double orientation = (n[drop] >= 0.0 ? 1.0 : -1.0) * (drop == 1 ? -1.0 : 1.0);
-    std::vector<double> xs, ys;
-    xs.reserve(size_t(count));
-    ys.reserve(size_t(count));
+    xs.clear();
+    ys.clear();
     int begin = faceOffsets[size_t(face)];
     for (int k = 0; k < count; ++k) {
         const double* p = &points[size_t(faceVertices[size_t(begin + k)]) * 3];
@@ -127,7 +166,7 @@ void MeshGeometry::triangulate(int face, std::vector<int>& localCorners) const
         return orientation * ((xs[size_t(b)] - xs[size_t(a)]) * (ys[size_t(c)] - ys[size_t(a)]) -
                               (ys[size_t(b)] - ys[size_t(a)]) * (xs[size_t(c)] - xs[size_t(a)]));
     };
-    std::vector<int> ring(static_cast<size_t>(count));
+    ring.resize(static_cast<size_t>(count));
     std::iota(ring.begin(), ring.end(), 0);
     while (ring.size() > 3) {
         bool clipped = false;

@@ -55,6 +55,11 @@ struct MeshGeometry : Data {
     // face's plane; concave faces included, the result depends on nothing but the face.
     void triangulate(int face, std::vector<int>& localCorners) const;
 
+    // The triangles of all faces as triangulate() gives them, computed once and kept: the local
+    // corners of face f are triangleCorners()[triangleOffsets()[f] .. triangleOffsets()[f + 1]).
+    const std::vector<int>& triangleOffsets() const;
+    const std::vector<int>& triangleCorners() const;
+
     int findUVSet(const std::string& name) const;
     int findColorSet(const std::string& name) const;
     // Faces whose vertex or edge numbers are out of range; such faces are left out of the mesh.
@@ -75,6 +80,23 @@ private:
         }
     };
     mutable NormalCache normalCache_;
+    struct TriangleCache {
+        std::vector<int> offsets, corners;
+        bool computed = false;
+        TriangleCache() = default;
+        TriangleCache(const TriangleCache&) {}
+        TriangleCache& operator=(const TriangleCache&)
+        {
+            offsets.clear();
+            corners.clear();
+            computed = false;
+            return *this;
+        }
+    };
+    mutable TriangleCache triangleCache_;
+    void computeTriangles() const;
+    void triangulate(int face, std::vector<int>& localCorners, std::vector<double>& xs, std::vector<double>& ys,
+                     std::vector<int>& ring) const;
 };
 
 }  // namespace vqmhost
