@@ -4,9 +4,34 @@
 
 #include <cstdint>
 #include <ostream>
+#include <streambuf>
 #include <string>
 
 namespace vqm {
+
+// An output stream into a string it owns, which text() hands out without a copy (a stage's text
+// can run to many megabytes).
+class TextStream : public std::ostream {
+public:
+    TextStream() : std::ostream(nullptr) { rdbuf(&buffer_); }
+    const std::string& text() const { return buffer_.text; }
+
+private:
+    struct Buffer : std::streambuf {
+        std::string text;
+        int_type overflow(int_type c) override
+        {
+            if (!traits_type::eq_int_type(c, traits_type::eof())) text.push_back(traits_type::to_char_type(c));
+            return traits_type::not_eof(c);
+        }
+        std::streamsize xsputn(const char* s, std::streamsize n) override
+        {
+            text.append(s, size_t(n));
+            return n;
+        }
+    };
+    Buffer buffer_;
+};
 
 struct DocumentParts {
     std::string sceneFileName;

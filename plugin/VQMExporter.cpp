@@ -77,7 +77,7 @@ MStatus VQMExporter::doIt(const MArgList& args)
     BoundingVolumeMap boundingVolumes;
 
     std::ostringstream dynamicsText;
-    std::ostringstream shapesText;
+    TextStream shapesText;
     ShapeBlobList shapeBlobs;
     if (flags.shapes) {
         ShapesExporter shapesExporter(flags.normals, flags.colors, flags.textureCoords, flags.skinWeights,
@@ -106,7 +106,7 @@ MStatus VQMExporter::doIt(const MArgList& args)
     std::ofstream document(outputPath, std::ios::out | std::ios::binary);
     if (!document.is_open()) return MStatus::kFailure;
 
-    const std::string materials = materialsText.str(), shapes = shapesText.str(), dynamics = dynamicsText.str(),
+    const std::string materials = materialsText.str(), dynamics = dynamicsText.str(),
                       scene = sceneText.str(), animation = animationText.str(),
                       userAttributes = userAttributesText.str();
     DocumentParts parts;
@@ -117,7 +117,7 @@ MStatus VQMExporter::doIt(const MArgList& args)
     parts.animation = flags.animation;
     parts.userAttributes = flags.userAttributes;
     parts.materials = &materials;
-    parts.shapesText = &shapes;
+    parts.shapesText = &shapesText.text();
     parts.dynamics = &dynamics;
     parts.scene = &scene;
     parts.animationText = &animation;
