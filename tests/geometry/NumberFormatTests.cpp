@@ -87,3 +87,20 @@ TEST(NumberFormat, IntegersAndLists)
 	appendNumbers(text, values, 6);
 	EXPECT_EQ(text, "4294967295 -2147483648 1 -0 0.25 1e+07 3 1e-06");
 }
+
+TEST(NumberFormat, MatchesPrintfOnTiesAndPowersOfTen)
+{
+	// Halves that sit exactly between two six-digit texts, and the neighbours of powers of ten.
+	for (double value : {100000.5, 100001.5, 123456.5, 999998.5, 1234565.0, 1234575.0, 0.5, 2.5, 1.5e-5})
+	{
+		EXPECT_EQ(formatted(value), printfG(value)) << value;
+		EXPECT_EQ(formatted(-value), printfG(-value)) << value;
+	}
+	for (int e = -25; e <= 8; ++e)
+	{
+		const double power = std::pow(10.0, e);
+		for (double value : {power, std::nextafter(power, 0.0), std::nextafter(power, 1e300), 9.999995 * power,
+		                     double(float(9.999995 * power))})
+			EXPECT_EQ(formatted(value), printfG(value)) << value;
+	}
+}
