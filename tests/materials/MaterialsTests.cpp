@@ -12,6 +12,11 @@ namespace {
 std::string materials(const ExportRun& r) { return section(r.document, "  <Materials>", "  </Materials>"); }
 std::string files(const ExportRun& r) { return section(r.document, "  <Files>", "  </Files>"); }
 
+// Every scene has lambert1, the default shader, and without -shap it is exported first.
+const char* const kLambert1 =
+    "    <Material name=\"lambert1\" materialId=\"1\" diffuseColor=\"0.5 0.5 0.5 1\" specularColor=\"0 0 0\" "
+    "ambientColor=\"1 1 1\">\n    </Material>\n";
+
 struct Workspace {
     Workspace(const std::string& root, const std::string& rule = "sourceimages")
     {
@@ -55,9 +60,7 @@ TEST(Materials, ColoursEmissionReflectionAndRefraction)
     ExportRun r = h.run("");
     ASSERT_TRUE(r.ok);
     EXPECT_EQ(materials(r),
-              "  <Materials>\n"
-              "    <Material name=\"lambert1\" materialId=\"1\" diffuseColor=\"0.5 0.5 0.5 1\" specularColor=\"0 0 0\" ambientColor=\"1 1 1\">\n"
-              "    </Material>\n"
+              "  <Materials>\n" + std::string(kLambert1) +
               "    <Material name=\"glow\" materialId=\"2\" emissiveColor=\"1 0.5 0 1\" specularColor=\"0 0 0\" ambientColor=\"1 1 1\">\n"
               "    </Material>\n"
               "    <Material name=\"almostGlow\" materialId=\"3\" diffuseColor=\"0.5 0.5 0.5 0.5\" specularColor=\"0 0 0\" ambientColor=\"0.1 0.2 0.3\" alphaBlending=\"true\">\n"
@@ -112,9 +115,7 @@ TEST(Materials, TexturesThroughLayersBumpsAndEnvironments)
     ExportRun r = h.run("");
     ASSERT_TRUE(r.ok);
     EXPECT_EQ(materials(r),
-              "  <Materials>\n"
-              "    <Material name=\"lambert1\" materialId=\"1\" diffuseColor=\"0.5 0.5 0.5 1\" specularColor=\"0 0 0\" ambientColor=\"1 1 1\">\n"
-              "    </Material>\n"
+              "  <Materials>\n" + std::string(kLambert1) +
               "    <Material name=\"metal\" materialId=\"2\" cosPower=\"20\" specularColor=\"1 1 1\" ambientColor=\"1 1 1\">\n"
               "      <Texture fileId=\"1\"/>\n"
               "      <Glossmap fileId=\"2\"/>\n"
@@ -204,9 +205,7 @@ TEST(Materials, CustomShadersShareTheirFiles)
     ExportRun r = h.run("");
     ASSERT_TRUE(r.ok);
     EXPECT_EQ(materials(r),
-              "  <Materials>\n"
-              "    <Material name=\"lambert1\" materialId=\"1\" diffuseColor=\"0.5 0.5 0.5 1\" specularColor=\"0 0 0\" ambientColor=\"1 1 1\">\n"
-              "    </Material>\n"
+              "  <Materials>\n" + std::string(kLambert1) +
               "    <Material name=\"water\" materialId=\"2\" diffuseColor=\"0.5 0.5 0.5 1\" cosPower=\"20\" specularColor=\"0.5 0.5 0.5\" ambientColor=\"1 1 1\" customShaderId=\"1\" customShaderVariation=\"calm\">\n"
               "      <CustomParameter name=\"speed\" value=\"0.5 0.25\"/>\n"
               "      <Custommap name=\"foam\" fileId=\"2\"/>\n"
