@@ -1,15 +1,10 @@
 // MFnAttribute and its typed and numeric forms over the attribute tables.
 #include <maya/MFnAttribute.h>
 
+#include "StatusReport.h"
 #include "Graph.h"
 
 using namespace vqmhost;
-
-static MStatus report(MStatus* status, MStatus::MStatusCode code)
-{
-    if (status) *status = code;
-    return code;
-}
 
 MFnAttribute::MFnAttribute(const MObject& object, MStatus* status)
 {

@@ -3,15 +3,10 @@
 #include <maya/MFnDagNode.h>
 #include <maya/MItDag.h>
 
+#include "StatusReport.h"
 #include "Graph.h"
 
 using namespace vqmhost;
-
-static MStatus report(MStatus* status, MStatus::MStatusCode code)
-{
-    if (status) *status = code;
-    return code;
-}
 
 static bool isWorld(const Node* node)
 {

@@ -6,6 +6,7 @@
 #include <maya/MObjectArray.h>
 #include <maya/MPlugArray.h>
 
+#include "StatusReport.h"
 #include "Graph.h"
 
 #include <algorithm>
@@ -13,12 +14,6 @@
 #include <unordered_set>
 
 using namespace vqmhost;
-
-static MStatus report(MStatus* status, MStatus::MStatusCode code)
-{
-    if (status) *status = code;
-    return code;
-}
 
 // Does the plug address lie at or below the prefix (an element or child of it)?
 static bool startsWith(const PlugPath& path, const PlugPath& prefix)

@@ -2,15 +2,10 @@
 #include <maya/MFnDependencyNode.h>
 #include <maya/MPlugArray.h>
 
+#include "StatusReport.h"
 #include "Graph.h"
 
 using namespace vqmhost;
-
-static MStatus report(MStatus* status, MStatus::MStatusCode code)
-{
-    if (status) *status = code;
-    return code;
-}
 
 MFnDependencyNode::MFnDependencyNode(MObject& object, MStatus* status)
     : MFnDependencyNode(static_cast<const MObject&>(object), status)

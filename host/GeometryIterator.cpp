@@ -4,16 +4,9 @@
 #include <maya/MPointArray.h>
 
 #include "ComponentData.h"
+#include "StatusReport.h"
 
-namespace {
-
-MStatus report(MStatus* status, MStatus::MStatusCode code)
-{
-    if (status) *status = code;
-    return code;
-}
-
-}  // namespace
+using vqmhost::report;
 
 MItGeometry::MItGeometry(const MDagPath& path, MStatus* status) : MItGeometry(path.node(), status) {}
 

@@ -3,6 +3,7 @@
 #include <maya/MPlug.h>
 #include <maya/MPlugArray.h>
 
+#include "StatusReport.h"
 #include "Graph.h"
 #include "HostData.h"
 
@@ -20,33 +21,27 @@ MPlug::MPlug(const MObject& nodeObject, const MObject& attributeObject)
     }
 }
 
-static MStatus done(MStatus* status, MStatus::MStatusCode code)
-{
-    if (status) *status = code;
-    return code;
-}
-
 bool MPlug::isNull(MStatus* status) const
 {
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return node_ == nullptr || path_.empty();
 }
 
 MObject MPlug::node(MStatus* status) const
 {
-    done(status, node_ ? MStatus::kSuccess : MStatus::kFailure);
+    report(status, node_ ? MStatus::kSuccess : MStatus::kFailure);
     return node_ ? MObject(node_) : MObject();
 }
 
 MObject MPlug::attribute(MStatus* status) const
 {
-    done(status, node_ ? MStatus::kSuccess : MStatus::kFailure);
+    report(status, node_ ? MStatus::kSuccess : MStatus::kFailure);
     return path_.empty() ? MObject() : MObject(path_.back().attribute);
 }
 
 MString MPlug::name(MStatus* status) const
 {
-    done(status, node_ ? MStatus::kSuccess : MStatus::kFailure);
+    report(status, node_ ? MStatus::kSuccess : MStatus::kFailure);
     if (!node_) return MString();
     return MString(node_->name + "." + plugPathName(path_, false));
 }
@@ -54,7 +49,7 @@ MString MPlug::name(MStatus* status) const
 MString MPlug::partialName(bool includeNodeName, bool, bool, bool, bool useFullAttributePath, bool useLongNames,
                            MStatus* status) const
 {
-    done(status, node_ ? MStatus::kSuccess : MStatus::kFailure);
+    report(status, node_ ? MStatus::kSuccess : MStatus::kFailure);
     if (!node_) return MString();
     std::string text;
     if (useFullAttributePath) {
@@ -69,31 +64,31 @@ MString MPlug::partialName(bool includeNodeName, bool, bool, bool, bool useFullA
 
 bool MPlug::isArray(MStatus* status) const
 {
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return !path_.empty() && path_.back().attribute->array && path_.back().index < 0;
 }
 
 bool MPlug::isElement(MStatus* status) const
 {
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return !path_.empty() && path_.back().attribute->array && path_.back().index >= 0;
 }
 
 bool MPlug::isCompound(MStatus* status) const
 {
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return !path_.empty() && path_.back().attribute->type == AttrType::Compound && !isArray();
 }
 
 bool MPlug::isChild(MStatus* status) const
 {
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return !path_.empty() && path_.back().attribute->parent != nullptr;
 }
 
 bool MPlug::isDynamic(MStatus* status) const
 {
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return !path_.empty() && path_.front().attribute->dynamic;
 }
 
@@ -106,10 +101,10 @@ bool MPlug::isConnected(MStatus* status) const
 unsigned int MPlug::numElements(MStatus* status) const
 {
     if (!isArray()) {
-        done(status, MStatus::kFailure);
+        report(status, MStatus::kFailure);
         return 0;
     }
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     const PlugData* data = node_->plugData(path_);
     return data ? unsigned(data->elements.size()) : 0u;
 }
@@ -118,36 +113,36 @@ MPlug MPlug::elementByPhysicalIndex(unsigned index, MStatus* status) const
 {
     const PlugData* data = isArray() ? node_->plugData(path_) : nullptr;
     if (!data || index >= data->elements.size()) {
-        done(status, MStatus::kFailure);
+        report(status, MStatus::kFailure);
         return MPlug();
     }
     auto it = data->elements.begin();
     std::advance(it, index);
     std::vector<PlugStep> path = path_;
     path.back().index = it->first;
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return MPlug(node_, path);
 }
 
 MPlug MPlug::elementByLogicalIndex(unsigned index, MStatus* status) const
 {
     if (!isArray() || index > 0x7fffffffu) {
-        done(status, MStatus::kFailure);
+        report(status, MStatus::kFailure);
         return MPlug();
     }
     std::vector<PlugStep> path = path_;
     path.back().index = int(index);
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return MPlug(node_, path);
 }
 
 unsigned int MPlug::logicalIndex(MStatus* status) const
 {
     if (!isElement()) {
-        done(status, MStatus::kFailure);
+        report(status, MStatus::kFailure);
         return 0;
     }
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return unsigned(path_.back().index);
 }
 
@@ -169,25 +164,25 @@ int MPlug::getExistingArrayAttributeIndices(MIntArray& indices, MStatus* status)
     const PlugData* data = isArray() ? node_->plugData(path_) : nullptr;
     if (data)
         for (const auto& e : data->elements) indices.append(e.first);
-    done(status, isArray() ? MStatus::kSuccess : MStatus::kFailure);
+    report(status, isArray() ? MStatus::kSuccess : MStatus::kFailure);
     return int(indices.length());
 }
 
 unsigned int MPlug::numChildren(MStatus* status) const
 {
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return isCompound() ? unsigned(path_.back().attribute->children.size()) : 0u;
 }
 
 MPlug MPlug::child(unsigned index, MStatus* status) const
 {
     if (!isCompound() || index >= path_.back().attribute->children.size()) {
-        done(status, MStatus::kFailure);
+        report(status, MStatus::kFailure);
         return MPlug();
     }
     std::vector<PlugStep> path = path_;
     path.push_back(PlugStep{path_.back().attribute->children[index], -1});
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return MPlug(node_, path);
 }
 
@@ -198,29 +193,29 @@ MPlug MPlug::child(const MObject& attributeObject, MStatus* status) const
         for (unsigned i = 0; i < children.size(); ++i)
             if (children[i] == attributeObject.hostAttribute()) return child(i, status);
     }
-    done(status, MStatus::kFailure);
+    report(status, MStatus::kFailure);
     return MPlug();
 }
 
 MPlug MPlug::parent(MStatus* status) const
 {
     if (path_.size() < 2) {
-        done(status, MStatus::kFailure);
+        report(status, MStatus::kFailure);
         return MPlug();
     }
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return MPlug(node_, std::vector<PlugStep>(path_.begin(), path_.end() - 1));
 }
 
 MPlug MPlug::array(MStatus* status) const
 {
     if (!isElement()) {
-        done(status, MStatus::kFailure);
+        report(status, MStatus::kFailure);
         return MPlug();
     }
     std::vector<PlugStep> path = path_;
     path.back().index = -1;
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return MPlug(node_, path);
 }
 
@@ -228,7 +223,7 @@ bool MPlug::connectedTo(MPlugArray& plugs, bool asDst, bool asSrc, MStatus* stat
 {
     plugs.clear();
     if (!node_) {
-        done(status, MStatus::kFailure);
+        report(status, MStatus::kFailure);
         return false;
     }
     const auto& all = node_->scene.connections();
@@ -240,7 +235,7 @@ bool MPlug::connectedTo(MPlugArray& plugs, bool asDst, bool asSrc, MStatus* stat
         if (asSrc && c.sourceNode == node_ && c.source == path_)
             plugs.append(MPlug(c.destinationNode, c.destination));
     }
-    done(status, MStatus::kSuccess);
+    report(status, MStatus::kSuccess);
     return plugs.length() > 0;
 }
 

@@ -1,16 +1,11 @@
 // MFnMatrixData over the matrix blocks that plugs hand out.
 #include <maya/MFnMatrixData.h>
 
+#include "StatusReport.h"
 #include "HostData.h"
 #include "TransformNodes.h"
 
 using namespace vqmhost;
-
-static MStatus report(MStatus* status, MStatus::MStatusCode code)
-{
-    if (status) *status = code;
-    return code;
-}
 
 static MatrixData* matrixData(const MObject& object)
 {

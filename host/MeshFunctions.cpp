@@ -12,6 +12,7 @@
 #include <maya/MStringArray.h>
 #include <maya/MVector.h>
 
+#include "StatusReport.h"
 #include "HostData.h"
 #include "MeshNodes.h"
 #include "Session.h"
@@ -22,12 +23,6 @@
 using namespace vqmhost;
 
 namespace {
-
-MStatus report(MStatus* status, MStatus::MStatusCode code)
-{
-    if (status) *status = code;
-    return code;
-}
 
 // The geometry behind a function set; a mesh whose history cannot be evaluated shows none, and
 // says why once per scene revision.

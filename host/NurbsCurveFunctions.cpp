@@ -4,18 +4,13 @@
 #include <maya/MMatrix.h>
 #include <maya/MPointArray.h>
 
+#include "StatusReport.h"
 #include "NurbsCurveData.h"
 #include "TransformNodes.h"
 
 using namespace vqmhost;
 
 namespace {
-
-MStatus report(MStatus* status, MStatus::MStatusCode code)
-{
-    if (status) *status = code;
-    return code;
-}
 
 // A curve node that was given no data is an empty curve of degree 3.
 const NurbsCurveGeometry& emptyCurve()

@@ -3,15 +3,10 @@
 #include <maya/MItDependencyNodes.h>
 #include <maya/MPlug.h>
 
+#include "StatusReport.h"
 #include "Graph.h"
 
 using namespace vqmhost;
-
-static MStatus report(MStatus* status, MStatus::MStatusCode code)
-{
-    if (status) *status = code;
-    return code;
-}
 
 #define VQM_SHADER_CONSTRUCTORS(CLASS, FAMILY)                                         \
     CLASS::CLASS(MObject& object, MStatus* status) : CLASS(static_cast<const MObject&>(object), status) {} \

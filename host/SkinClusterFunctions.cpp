@@ -8,16 +8,13 @@
 #include <maya/MPlugArray.h>
 
 #include "ComponentData.h"
+#include "StatusReport.h"
 
 #include <vector>
 
-namespace {
+using vqmhost::report;
 
-MStatus report(MStatus* status, MStatus::MStatusCode code)
-{
-    if (status) *status = code;
-    return code;
-}
+namespace {
 
 // The logical indices of matrix[] that an influence drives, ascending, with the influences' paths.
 void connectedInfluences(const MFnSkinCluster& skin, std::vector<unsigned>& indices, MDagPathArray* paths)

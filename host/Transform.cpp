@@ -5,18 +5,13 @@
 #include <maya/MFnTransform.h>
 #include <maya/MMatrix.h>
 
+#include "StatusReport.h"
 #include "Graph.h"
 #include "TransformNodes.h"
 
 #include <cmath>
 
 using namespace vqmhost;
-
-static MStatus report(MStatus* status, MStatus::MStatusCode code)
-{
-    if (status) *status = code;
-    return code;
-}
 
 static MStatus writeNumber(Node* node, const std::string& attribute, double value)
 {
