@@ -203,9 +203,7 @@ MStatus MFnMesh::getPoints(MPointArray& points, MSpace::Space space) const
     points.setLength(unsigned(geometry->numVertices()));
     for (int v = 0; v < geometry->numVertices(); ++v) {
         const double* p = &geometry->points[size_t(v) * 3];
-        MPoint point;
-        for (int c = 0; c < 3; ++c) point[unsigned(c)] = p[0] * m.matrix[0][c] + p[1] * m.matrix[1][c] + p[2] * m.matrix[2][c] + m.matrix[3][c];
-        points[unsigned(v)] = point;
+        points[unsigned(v)] = MPoint(p[0], p[1], p[2]) * m;
     }
     return MStatus::kSuccess;
 }
@@ -483,10 +481,7 @@ MStatus MItMeshPolygon::getTriangle(int t, MPointArray& points, MIntArray& verte
         vertexList[k] = vertex;
         const double* p = &mesh_->points[size_t(vertex) * 3];
         MPoint point(p[0], p[1], p[2]);
-        if (world)
-            for (int c = 0; c < 3; ++c)
-                point[unsigned(c)] = p[0] * m.matrix[0][c] + p[1] * m.matrix[1][c] + p[2] * m.matrix[2][c] + m.matrix[3][c];
-        points[k] = point;
+        points[k] = world ? point * m : point;
     }
     return MStatus::kSuccess;
 }

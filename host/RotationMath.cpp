@@ -2,6 +2,7 @@
 // p * A * B applies A first, angles in radians.
 #include <maya/MEulerRotation.h>
 #include <maya/MMatrix.h>
+#include <maya/MPoint.h>
 #include <maya/MQuaternion.h>
 #include <maya/MVector.h>
 
@@ -17,6 +18,15 @@ MVector MVector::operator*(const MMatrix& m) const
 {
     return MVector(x * m(0, 0) + y * m(1, 0) + z * m(2, 0), x * m(0, 1) + y * m(1, 1) + z * m(2, 1),
                    x * m(0, 2) + y * m(1, 2) + z * m(2, 2));
+}
+
+const MPoint MPoint::origin;
+
+MPoint MPoint::operator*(const MMatrix& m) const
+{
+    MPoint result;
+    for (unsigned c = 0; c < 4; ++c) result[c] = x * m(0, c) + y * m(1, c) + z * m(2, c) + w * m(3, c);
+    return result;
 }
 
 // ---- MMatrix
