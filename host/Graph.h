@@ -195,7 +195,7 @@ public:
 
     // Units of the scene, as the file or the user set them.
     double linearUnitInCm = 1.0;    // centimetres per user unit
-    double angularUnitInRad = 1.0;  // radians per user unit (1 for radians)
+    double angularUnitInRad = 3.14159265358979323846 / 180.0;  // radians per user unit: degrees, as a new scene
     std::string linearUnitName = "centimeter";
     std::string angularUnitName = "degree";
     std::string timeUnitName = "film";

@@ -14,7 +14,7 @@
 
 namespace vqm {
 
-static std::string lowerCase(std::string text)
+std::string lowerCase(std::string text)
 {
     for (char& c : text) c = char(tolower((unsigned char)c));
     return text;

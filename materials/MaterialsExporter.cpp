@@ -20,12 +20,6 @@ namespace vqm {
 
 namespace {
 
-std::string lowerCase(std::string text)
-{
-    for (char& c : text) c = char(tolower((unsigned char)c));
-    return text;
-}
-
 // What a shader's dynamic attributes ask for.
 struct ShaderAttributes {
     bool hasCustomShader = false;

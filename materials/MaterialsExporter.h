@@ -51,4 +51,7 @@ private:
 // exponent; it stops at the first character that fits none of these and never fails.
 float parseFloat(const char* text);
 
+// The text lower-cased byte by byte, for comparing paths without regard to case.
+std::string lowerCase(std::string text);
+
 }  // namespace vqm

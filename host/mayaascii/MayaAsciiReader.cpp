@@ -792,7 +792,6 @@ bool readMayaAsciiText(const std::string& text, const std::string& fileName, std
     resetScene();
     Scene& scene = currentScene();
     scene.fileName = fileName;
-    scene.angularUnitInRad = M_PI / 180.0;
     std::string displayName = fileName.empty() ? std::string("<scene>") : fileName;
     Reader reader(scene, displayName);
     MaTokenizer tokenizer(text);
