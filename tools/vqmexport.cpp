@@ -58,15 +58,13 @@ std::string directoryOfProgram(const char* argv0)
     return slash == std::string::npos ? std::string(".") : path.substr(0, slash);
 }
 
-std::string directoryOfScene(const std::string& scene)
+// The directory of the loaded scene, which the reader keeps as an absolute path.
+std::string directoryOfLoadedScene()
 {
-    std::string absolute = scene;
-    if (absolute.empty() || absolute[0] != '/') {
-        char buffer[4096];
-        if (getcwd(buffer, sizeof buffer)) absolute = std::string(buffer) + "/" + scene;
-    }
-    size_t slash = absolute.rfind('/');
-    return slash == std::string::npos ? std::string(".") : absolute.substr(0, slash);
+    MString sceneFile;
+    MGlobal::executeCommand("file -q -sceneName", sceneFile);
+    size_t slash = sceneFile.str().rfind('/');
+    return slash == std::string::npos ? std::string(".") : sceneFile.str().substr(0, slash);
 }
 
 // The command as text: every argument quoted, so that paths with blanks survive.
@@ -149,7 +147,7 @@ int main(int argc, char** argv)
         fprintf(stderr, "vqmexport: %s\n", error.c_str());
         return 2;
     }
-    vqmhost::setWorkspaceRoot(workspace.empty() ? directoryOfScene(scene) : workspace);
+    vqmhost::setWorkspaceRoot(workspace.empty() ? directoryOfLoadedScene() : workspace);
     if (!sourceImages.empty()) vqmhost::setWorkspaceFileRule("sourceImages", sourceImages);
 
     if (!selection.empty()) {
