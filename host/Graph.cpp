@@ -131,6 +131,16 @@ PlugData* Node::plugData(const PlugPath& path, bool create)
     return data;
 }
 
+const Connection* Node::incomingConnection(const PlugPath& path) const
+{
+    const auto& all = scene.connections();
+    for (size_t index : connections) {
+        const Connection& c = all[index];
+        if (c.alive && c.destinationNode == this && c.destination == path) return &c;
+    }
+    return nullptr;
+}
+
 const PlugData* Node::plugData(const PlugPath& path) const
 {
     return const_cast<Node*>(this)->plugData(path, false);

@@ -162,6 +162,9 @@ public:
     Attribute* addDynamicAttribute(std::unique_ptr<Attribute> attribute);
     Attribute* addUndeclaredAttribute(const std::string& name, AttrType type);
 
+    // The live connection that drives the plug, or null.
+    const Connection* incomingConnection(const PlugPath& path) const;
+
     // Storage of a plug; null when nothing was stored and create is false.
     PlugData* plugData(const PlugPath& path, bool create);
     const PlugData* plugData(const PlugPath& path) const;

@@ -249,24 +249,18 @@ bool MPlug::operator==(const MPlug& other) const
 static bool readValue(Node* node, const std::vector<PlugStep>& path, Value& value, int depth = 0)
 {
     if (!node || path.empty() || depth > 64) return false;
-    const auto& all = node->scene.connections();
-    for (size_t index : node->connections) {
-        const Connection& c = all[index];
-        if (c.alive && c.destinationNode == node && c.destination == path)
-            return readValue(c.sourceNode, c.source, value, depth + 1);
-    }
+    if (const Connection* c = node->incomingConnection(path)) return readValue(c->sourceNode, c->source, value, depth + 1);
     // A child of a compound that is driven as a whole reads the same child of the source.
     if (path.size() > 1 && path.back().attribute->parent) {
         const std::vector<PlugStep> parentPath(path.begin(), path.end() - 1);
-        for (size_t index : node->connections) {
-            const Connection& c = all[index];
-            if (!c.alive || c.destinationNode != node || c.destination != parentPath) continue;
-            const Attribute* sourceAttribute = c.source.back().attribute;
+        if (const Connection* c = node->incomingConnection(parentPath)) {
+            const Attribute* sourceAttribute = c->source.back().attribute;
             int child = path.back().attribute->childIndex;
-            if (child < 0 || size_t(child) >= sourceAttribute->children.size()) break;
-            std::vector<PlugStep> sourceChild = c.source;
-            sourceChild.push_back(PlugStep{sourceAttribute->children[size_t(child)], -1});
-            return readValue(c.sourceNode, sourceChild, value, depth + 1);
+            if (child >= 0 && size_t(child) < sourceAttribute->children.size()) {
+                std::vector<PlugStep> sourceChild = c->source;
+                sourceChild.push_back(PlugStep{sourceAttribute->children[size_t(child)], -1});
+                return readValue(c->sourceNode, sourceChild, value, depth + 1);
+            }
         }
     }
     if (node->type->compute && node->type->compute(*node, path, value)) return true;

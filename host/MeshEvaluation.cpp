@@ -27,16 +27,11 @@ bool pathOf(Node* node, const char* text, PlugPath& path)
 // What drives the plug: the source node and plug of its incoming connection.
 bool sourceOf(Node* node, const PlugPath& path, Node*& sourceNode, PlugPath& sourcePath)
 {
-    const auto& all = node->scene.connections();
-    for (size_t index : node->connections) {
-        const Connection& c = all[index];
-        if (c.alive && c.destinationNode == node && c.destination == path) {
-            sourceNode = c.sourceNode;
-            sourcePath = c.source;
-            return true;
-        }
-    }
-    return false;
+    const Connection* c = node->incomingConnection(path);
+    if (!c) return false;
+    sourceNode = c->sourceNode;
+    sourcePath = c->source;
+    return true;
 }
 
 std::shared_ptr<const MeshGeometry> evaluateInput(Node* node, const char* plugText, std::string* problem, int depth)
