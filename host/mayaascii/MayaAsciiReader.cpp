@@ -623,26 +623,16 @@ void Reader::connectAttr(const MaStatement& s)
     }
     if (nextAvailable && destinationPath.back().attribute->array && destinationPath.back().index < 0) {
         // The first index of the array with no incoming connection.
-        const auto& all = scene_.connections();
-        for (int index = 0;; ++index) {
-            destinationPath.back().index = index;
-            bool taken = false;
-            for (size_t c : destination->connections)
-                taken = taken || (all[c].alive && all[c].destinationNode == destination &&
-                                  all[c].destination == destinationPath);
-            if (!taken) break;
-        }
+        destinationPath.back().index = 0;
+        while (destination->incomingConnection(destinationPath)) ++destinationPath.back().index;
     }
     if (!force) {
-        for (size_t c : destination->connections) {
-            const Connection& existing = scene_.connections()[c];
-            // What a new scene connects between its default nodes gives way to the file.
-            if (existing.sourceNode->isDefault && destination->isDefault) continue;
-            if (existing.alive && existing.destinationNode == destination && existing.destination == destinationPath &&
-                !(existing.sourceNode == source && existing.source == sourcePath)) {
-                warn(s.line, std::string(plugs[1]) + " is connected already; use -f to replace the connection");
-                return;
-            }
+        const Connection* existing = destination->incomingConnection(destinationPath);
+        // What a new scene connects between its default nodes gives way to the file.
+        bool defaultLink = existing && existing->sourceNode->isDefault && destination->isDefault;
+        if (existing && !defaultLink && !(existing->sourceNode == source && existing->source == sourcePath)) {
+            warn(s.line, std::string(plugs[1]) + " is connected already; use -f to replace the connection");
+            return;
         }
     }
     std::string error;
